@@ -1,0 +1,63 @@
+#ifndef BexListValBexUnicodeString_H
+#define BexListValBexUnicodeString_H
+
+#include "BexExport.h"
+#include "BexUnicodeString.h"
+
+#include <atomic>
+#include <vector>
+
+class BexTextIndex;
+
+/**
+ * The framework's list of strings, with positions from 1 to Size().
+ *
+ * Append(), Locate() and Set() take constant time on average and RemoveDuplicates() linear time, at a million values
+ * as at ten, whatever the values are: the list looks values up in a hash index of its own, built at the first
+ * Locate() on more than a few values and kept up to date from then on.
+ *
+ * Memory that cannot be had leaves every operation as std::bad_alloc, with the list unchanged.
+ *
+ * Threads: any number may use one list that nobody changes; Locate() included.
+ */
+class BEX_EXPORT BexListValBexUnicodeString {
+public:
+    /** An empty list. */
+    BexListValBexUnicodeString() noexcept;
+    /** A list of the same values. */
+    BexListValBexUnicodeString(const BexListValBexUnicodeString& iOther);
+    /** Takes over the values of @p ioOther, which is empty afterwards. */
+    BexListValBexUnicodeString(BexListValBexUnicodeString&& ioOther) noexcept;
+    ~BexListValBexUnicodeString();
+    /** Becomes a list of the same values. */
+    BexListValBexUnicodeString& operator=(const BexListValBexUnicodeString& iOther);
+    /** Takes over the values of @p ioOther, which is empty afterwards. */
+    BexListValBexUnicodeString& operator=(BexListValBexUnicodeString&& ioOther) noexcept;
+
+    /** Adds @p iValue behind the last value; it may be a value of this list. */
+    void Append(const BexUnicodeString& iValue);
+    /** @return the number of values. */
+    int Size() const noexcept;
+    /** @return the value at @p iPos, or one null string shared by all when the position is outside 1 to Size(). */
+    const BexUnicodeString& operator[](int iPos) const noexcept;
+    /** Replaces the value at @p iPos; outside 1 to Size() nothing is changed. */
+    void Set(int iPos, const BexUnicodeString& iValue);
+    /**
+     * Looks for a value, by code units (null equals empty).
+     * @param iFrom where to begin; below 1 counts as 1
+     * @return the first position at or after @p iFrom that holds the value, or 0.
+     */
+    int Locate(const BexUnicodeString& iValue, int iFrom = 1) const;
+    /** Removes every value. */
+    void RemoveAll() noexcept;
+    /** Keeps the first of equal values and the order of those that stay. */
+    void RemoveDuplicates();
+
+private:
+    const BexTextIndex& Index() const;
+
+    std::vector<BexUnicodeString> values;
+    mutable std::atomic<BexTextIndex*> index{nullptr};  // owned; null until the first Locate() that pays for it
+};
+
+#endif

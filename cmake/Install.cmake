@@ -1,0 +1,31 @@
+# What a host finds after the installation: two shared libraries, flat headers, a CMake package, a pkg-config file.
+include(CMakePackageConfigHelpers)
+
+set(headerDir ${CMAKE_INSTALL_INCLUDEDIR}/qorwflinterop)
+set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/QorWflInterop)
+
+install(TARGETS BexFramework QorWflInteropUtil EXPORT QorWflInteropTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+        FILE_SET HEADERS DESTINATION ${headerDir} COMPONENT development)
+if(TARGET qorwfl)
+  install(TARGETS qorwfl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+endif()
+install(EXPORT QorWflInteropTargets NAMESPACE QorWflInterop:: DESTINATION ${packageDir} COMPONENT development)
+
+configure_package_config_file(cmake/QorWflInteropConfig.cmake.in ${PROJECT_BINARY_DIR}/QorWflInteropConfig.cmake
+                              INSTALL_DESTINATION ${packageDir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/QorWflInteropConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/QorWflInteropConfig.cmake ${PROJECT_BINARY_DIR}/QorWflInteropConfigVersion.cmake
+        DESTINATION ${packageDir} COMPONENT development)
+
+cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE PC_LIBDIR)
+cmake_path(ABSOLUTE_PATH headerDir BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE PC_INCLUDEDIR)
+configure_file(cmake/qorwflinterop.pc.in ${PROJECT_BINARY_DIR}/qorwflinterop.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/qorwflinterop.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+        COMPONENT development)
+
+# The command finds the libraries beside it wherever the tree is installed.
+if(TARGET qorwfl)
+  set_target_properties(qorwfl PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
+set_target_properties(QorWflInteropUtil PROPERTIES INSTALL_RPATH "$ORIGIN")
