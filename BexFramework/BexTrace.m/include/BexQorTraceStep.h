@@ -90,8 +90,8 @@ public:
         }
         return *this;
     }
-    /** Ends the line, for std::endl and its like. */
-    BexQorTraceStep& operator<<(std::ostream& (*iLineEnd)(std::ostream&));
+    /** Adds what a manipulator without arguments writes: a line end for std::endl, nothing for std::flush. */
+    BexQorTraceStep& operator<<(std::ostream& (*iManipulator)(std::ostream&));
 
 private:
     struct Scope;
