@@ -50,7 +50,8 @@ public:
     unsigned long getErrorColumn() const { return errorColumn; }
 
 private:
-    void Fail(const DOMString& iText, unsigned long iLine, unsigned long iColumn);
+    void ParseOrExplain(const xercesc::InputSource& iSource);
+    void Fail(DOMString iText, unsigned long iLine, unsigned long iColumn);
 
     DOM_Document document;
     DOMString errorText;

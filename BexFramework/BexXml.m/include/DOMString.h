@@ -48,6 +48,10 @@ public:
         units += iText;
         null = false;
     }
+    /** Appends NUL-terminated code units; a null pointer appends nothing. */
+    void appendData(const XMLCh* iText) {
+        appendData(iText == nullptr ? std::u16string_view() : std::u16string_view(iText));
+    }
     /** Makes room for a text of @p iLength code units, so that appending up to there allocates nothing. */
     void reserve(std::size_t iLength) { units.reserve(iLength); }
     /** Becomes empty, keeping the memory. */

@@ -53,6 +53,8 @@ private:
     friend class DOM_Node;
     friend class DOMParser;
 
+    static DOM_Document Own(xercesc::DOMDocument* iDocument);
+    DOM_Document Copy(bool iDeep) const;
     xercesc::DOMDocument* Native() const { return static_cast<xercesc::DOMDocument*>(node); }
 };
 

@@ -126,6 +126,7 @@ protected:
     xercesc::DOMNode* node = nullptr;
     Share tree;
 
+    friend class DOM_Document;
     friend class DOM_NamedNodeMap;
     friend class DOM_NodeList;
 };

@@ -1,0 +1,185 @@
+#include "DOMParser.h"
+
+#include "BexMemorySource.h"
+#include "BexXMLParser.h"
+#include "BexXmlMemory.h"
+#include "XmlEncoding.h"
+#include "XmlGuard.h"
+
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/EntityResolver.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace {
+
+/** What is wrong with a text, and where. */
+struct ParseError {
+    DOMString text;
+    unsigned long line = 0;
+    unsigned long column = 0;
+};
+
+/** Ends the parsing at the first error. */
+class StopAtError : public xercesc::ErrorHandler {
+public:
+    void warning(const xercesc::SAXParseException& /*iWarning*/) override {}
+    void error(const xercesc::SAXParseException& iError) override { throw iError; }
+    void fatalError(const xercesc::SAXParseException& iError) override { throw iError; }
+    void resetErrors() override {}
+};
+
+/** Gives an empty text for whatever the parser would look up outside. */
+class ResolveToNothing : public xercesc::EntityResolver {
+public:
+    xercesc::InputSource* resolveEntity(const XMLCh* /*iPublicId*/, const XMLCh* /*iSystemId*/) override {
+        return new BexMemorySource(std::string_view(""), "");
+    }
+};
+
+/** The bytes of a source: where they are, when it tells, else read into @p ioBuffer. */
+std::string_view BytesOf(const xercesc::InputSource& iSource, std::string& ioBuffer) {
+    if (const auto* memory = dynamic_cast<const BexMemorySource*>(&iSource)) {
+        return memory->Bytes();
+    }
+    constexpr std::size_t kBlock = 65536;
+    const std::unique_ptr<xercesc::BinInputStream> stream(iSource.makeStream());
+    if (stream == nullptr) {
+        throw ParseError{DOMString("the input cannot be opened")};
+    }
+    std::size_t length = 0;
+    while (true) {
+        ioBuffer.resize(length + kBlock);
+        const XMLSize_t read = stream->readBytes(reinterpret_cast<XMLByte*>(ioBuffer.data()) + length, kBlock);
+        length += read;
+        if (read == 0) {
+            ioBuffer.resize(length);
+            return ioBuffer;
+        }
+    }
+}
+
+/** The error at a place in a text, with its line and column. */
+template <typename Unit>
+ParseError ErrorAt(std::basic_string_view<Unit> iText, const XmlFinding& iFinding) {
+    const auto before = iText.substr(0, iFinding.position);
+    const std::size_t lineStart = before.rfind(Unit{'\n'}) + 1;  // 0 when there is no line end
+    const auto lines = std::count(before.begin(), before.end(), Unit{'\n'});
+    return {DOMString(iFinding.error), static_cast<unsigned long>(lines) + 1, iFinding.position - lineStart + 1};
+}
+
+/** A copy without the document type declaration, each of whose characters but line ends becomes a blank. */
+template <typename Unit>
+std::basic_string<Unit> WithoutDocumentType(std::basic_string_view<Unit> iText, const XmlFinding& iFinding) {
+    std::basic_string<Unit> copy(iText);
+    const auto begin = copy.begin();
+    std::replace_if(
+        begin + static_cast<std::ptrdiff_t>(iFinding.documentType),
+        begin + static_cast<std::ptrdiff_t>(iFinding.documentTypeEnd),
+        [](Unit iUnit) { return iUnit != Unit{'\n'} && iUnit != Unit{'\r'}; }, Unit{' '});
+    return copy;
+}
+
+/** Has Xerces-C build the tree. The encoding is forced, so that the parser sees the characters that were looked
+ * through. */
+xercesc::DOMDocument* Build(std::string_view iBytes, const XMLCh* iEncoding, const XMLCh* iSystemId) {
+    BexMemorySource source(iBytes, "");
+    source.setSystemId(iSystemId);
+    source.setEncoding(iEncoding);
+    StopAtError errors;
+    ResolveToNothing resolver;
+    xercesc::XercesDOMParser parser(nullptr, BexXmlMemory::Instance());
+    parser.useScanner(xercesc::XMLUni::fgWFXMLScanner);
+    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+    parser.setLoadExternalDTD(false);
+    parser.setDisableDefaultEntityResolution(true);
+    parser.setEntityResolver(&resolver);
+    parser.setErrorHandler(&errors);
+    parser.parse(source);
+    return parser.adoptDocument();
+}
+
+/** Looks through a text and builds its tree. @p iEncoding is what its units are when they are handed on as bytes. */
+template <typename Unit>
+xercesc::DOMDocument* Read(std::basic_string_view<Unit> iText, const XMLCh* iEncoding, const XMLCh* iSystemId) {
+    const XmlLimits limits{DOMParser::kMaxDepth, DOMParser::kMaxAttributes, DOMParser::kMaxNames};
+    const XmlFinding finding = GuardXml(iText, limits);
+    if (finding.error != nullptr) {
+        throw ErrorAt(iText, finding);
+    }
+    std::basic_string<Unit> copy;
+    std::basic_string_view<Unit> text = iText;
+    if (finding.documentTypeEnd > finding.documentType) {
+        copy = WithoutDocumentType(iText, finding);
+        text = copy;
+    }
+    return Build(std::string_view(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(Unit)), iEncoding,
+                 iSystemId);
+}
+
+xercesc::DOMDocument* Read(const xercesc::InputSource& iSource) {
+    std::string buffer;
+    std::string_view bytes = BytesOf(iSource, buffer);
+    const XMLCh* given = iSource.getEncoding();
+    const XmlEncoding encoding = DetectXmlEncoding(bytes, given == nullptr ? std::u16string_view() : given);
+    bytes.remove_prefix(encoding.markLength);
+    if (encoding.isAsciiBased) {
+        if (encoding.name.compare(0, 3, u"UTF") == 0 && EndsWithinCharacter(bytes)) {
+            throw ParseError{DOMString("the text ends within a character")};
+        }
+        return Read(bytes, encoding.name.c_str(), iSource.getSystemId());
+    }
+    std::u16string text;
+    if (!DecodeXml(bytes, encoding, text)) {
+        throw ParseError{DOMString("the encoding is not known or the text does not follow it")};
+    }
+    return Read(std::u16string_view(text), xercesc::XMLUni::fgXMLChEncodingString, iSource.getSystemId());
+}
+
+}  // namespace
+
+DOMParser::DOMParser() = default;
+
+DOMParser::~DOMParser() = default;
+
+void DOMParser::parse(const xercesc::InputSource& iSource, bool /*iReuseGrammar*/) {
+    document = DOM_Document();
+    Fail(DOMString(), 0, 0);
+    try {
+        ParseOrExplain(iSource);
+    } catch (...) {  // memory that cannot be had, even for an explanation
+        document = DOM_Document();
+    }
+}
+
+/** Reads the document, or keeps what was wrong. */
+void DOMParser::ParseOrExplain(const xercesc::InputSource& iSource) {
+    try {
+        if (BexXMLParser::Initialize() != 0) {
+            throw ParseError{DOMString("Xerces-C cannot be started")};
+        }
+        document = DOM_Document::Own(Read(iSource));
+    } catch (const ParseError& error) {
+        Fail(error.text, error.line, error.column);
+    } catch (const xercesc::SAXParseException& error) {
+        Fail(DOMString(error.getMessage()), error.getLineNumber(), error.getColumnNumber());
+    } catch (const xercesc::SAXException& error) {
+        Fail(DOMString(error.getMessage()), 0, 0);
+    } catch (const xercesc::XMLException& error) {
+        Fail(DOMString(error.getMessage()), 0, 0);
+    }
+}
+
+void DOMParser::Fail(DOMString iText, unsigned long iLine, unsigned long iColumn) {
+    errorText = std::move(iText);
+    errorLine = iLine;
+    errorColumn = iColumn;
+}

@@ -1,0 +1,140 @@
+#include "XmlEncoding.h"
+
+#include "BexXmlMemory.h"
+#include "Latin1.h"
+
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/TransService.hpp>
+#include <xercesc/util/XMLUni.hpp>
+#include <xercesc/util/XMLUniDefs.hpp>
+
+#include <algorithm>
+#include <memory>
+
+using namespace std::string_view_literals;
+
+namespace {
+
+/** First bytes that tell an encoding. */
+struct Signature {
+    std::string_view bytes;
+    const XMLCh* name;
+    bool isMark;
+};
+
+const Signature kSignatures[] = {
+    {"\x00\x00\xFE\xFF"sv, xercesc::XMLUni::fgUCS4BEncodingString, true},
+    {"\xFF\xFE\x00\x00"sv, xercesc::XMLUni::fgUCS4LEncodingString, true},
+    {"\xEF\xBB\xBF"sv, xercesc::XMLUni::fgUTF8EncodingString, true},
+    {"\xFE\xFF"sv, xercesc::XMLUni::fgUTF16BEncodingString, true},
+    {"\xFF\xFE"sv, xercesc::XMLUni::fgUTF16LEncodingString, true},
+    {"\x00\x00\x00<"sv, xercesc::XMLUni::fgUCS4BEncodingString, false},
+    {"<\x00\x00\x00"sv, xercesc::XMLUni::fgUCS4LEncodingString, false},
+    {"\x00<"sv, xercesc::XMLUni::fgUTF16BEncodingString, false},
+    {"<\x00"sv, xercesc::XMLUni::fgUTF16LEncodingString, false},
+};
+
+constexpr std::string_view kEbcdicDeclaration("\x4C\x6F\xA7\x94\x93");  // "<?xml"
+
+/** Beginnings of the names of encodings whose bytes below 0x80 are ASCII and nothing else. */
+constexpr std::u16string_view kAsciiBased[] = {u"UTF-8",    u"UTF8",   u"US-ASCII",    u"ASCII", u"ISO-8859-",
+                                               u"ISO8859-", u"LATIN1", u"WINDOWS-125", u"CP125", u"KOI8-"};
+
+std::u16string UpperCase(std::u16string_view iName) {
+    std::u16string name(iName);
+    std::transform(name.begin(), name.end(), name.begin(), [](char16_t iUnit) {
+        return iUnit >= u'a' && iUnit <= u'z' ? static_cast<char16_t>(iUnit - u'a' + u'A') : iUnit;
+    });
+    return name;
+}
+
+/** The value of `encoding` in the XML declaration that a text begins with, empty when there is none. */
+std::string DeclaredEncoding(std::string_view iText) {
+    constexpr std::string_view kWhiteSpace(" \t\r\n");
+    const std::string_view declaration = iText.substr(0, iText.find("?>"));
+    const std::size_t name = declaration.find("encoding");
+    if (declaration.substr(0, 5) != "<?xml" || name == std::string_view::npos) {
+        return std::string();
+    }
+    const std::size_t equals = declaration.find_first_not_of(kWhiteSpace, name + 8);
+    const std::size_t quote = equals == std::string_view::npos || declaration[equals] != '='
+                                  ? std::string_view::npos
+                                  : declaration.find_first_not_of(kWhiteSpace, equals + 1);
+    if (quote == std::string_view::npos || (declaration[quote] != '"' && declaration[quote] != '\'')) {
+        return std::string();
+    }
+    const std::size_t end = declaration.find(declaration[quote], quote + 1);
+    return end == std::string_view::npos ? std::string() : std::string(declaration.substr(quote + 1, end - quote - 1));
+}
+
+/** The same for a text whose declaration is in EBCDIC; all of its code pages agree on those characters. */
+std::string DeclaredEbcdicEncoding(std::string_view iBytes) {
+    constexpr std::size_t kLongestDeclaration = 256;
+    XmlEncoding ebcdic;
+    ebcdic.name = xercesc::XMLUni::fgEBCDICEncodingString;
+    std::u16string text;
+    if (!DecodeXml(iBytes.substr(0, kLongestDeclaration), ebcdic, text)) {
+        return std::string();
+    }
+    return DeclaredEncoding(Latin1::Narrow(text));
+}
+
+XmlEncoding Named(std::u16string_view iName, std::size_t iMarkLength) {
+    XmlEncoding encoding;
+    encoding.name = UpperCase(iName);
+    encoding.markLength = iMarkLength;
+    encoding.isAsciiBased = std::any_of(
+        std::begin(kAsciiBased), std::end(kAsciiBased),
+        [&](std::u16string_view iBeginning) { return encoding.name.compare(0, iBeginning.size(), iBeginning) == 0; });
+    return encoding;
+}
+
+}  // namespace
+
+XmlEncoding DetectXmlEncoding(std::string_view iBytes, std::u16string_view iGiven) {
+    const auto* signature =
+        std::find_if(std::begin(kSignatures), std::end(kSignatures), [iBytes](const Signature& iSignature) {
+            return iBytes.substr(0, iSignature.bytes.size()) == iSignature.bytes;
+        });
+    const bool isKnown = signature != std::end(kSignatures);
+    const std::size_t markLength = isKnown && signature->isMark ? signature->bytes.size() : 0;
+    if (!iGiven.empty()) {
+        return Named(iGiven, markLength);
+    }
+    if (isKnown) {
+        return Named(signature->name, markLength);
+    }
+    if (iBytes.substr(0, kEbcdicDeclaration.size()) == kEbcdicDeclaration) {
+        const std::string declared = DeclaredEbcdicEncoding(iBytes);
+        return declared.empty() ? Named(xercesc::XMLUni::fgEBCDICEncodingString, 0) : Named(Latin1::Widen(declared), 0);
+    }
+    const std::string declared = DeclaredEncoding(iBytes);
+    return declared.empty() ? Named(xercesc::XMLUni::fgUTF8EncodingString, 0) : Named(Latin1::Widen(declared), 0);
+}
+
+bool DecodeXml(std::string_view iBytes, const XmlEncoding& iEncoding, std::u16string& oText) {
+    constexpr std::size_t kBlock = 16384;  // bytes a call; an encoding gives at most one unit a byte, rounded up
+    xercesc::XMLTransService::Codes result = xercesc::XMLTransService::Ok;
+    const std::unique_ptr<xercesc::XMLTranscoder> transcoder(
+        xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(iEncoding.name.c_str(), result, kBlock,
+                                                                        BexXmlMemory::Instance()));
+    if (transcoder == nullptr) {
+        return false;
+    }
+    oText.clear();
+    oText.reserve(iBytes.size());
+    std::u16string units(kBlock, u'\0');
+    std::basic_string<unsigned char> sizes(kBlock, 0);
+    while (!iBytes.empty()) {
+        XMLSize_t eaten = 0;
+        const XMLSize_t made =
+            transcoder->transcodeFrom(reinterpret_cast<const XMLByte*>(iBytes.data()), std::min(iBytes.size(), kBlock),
+                                      units.data(), kBlock, eaten, sizes.data());
+        if (eaten == 0) {
+            return false;  // an incomplete character is left
+        }
+        oText.append(units, 0, made);
+        iBytes.remove_prefix(eaten);
+    }
+    return true;
+}

@@ -1,0 +1,39 @@
+#ifndef XmlGuard_H
+#define XmlGuard_H
+
+#include <cstddef>
+#include <string_view>
+
+/** What XmlGuard found in a text. */
+struct XmlFinding {
+    const char* error = nullptr;      ///< what is refused, in words; null when nothing is
+    std::size_t position = 0;         ///< of the error, in units of the text
+    std::size_t documentType = 0;     ///< where the document type declaration begins
+    std::size_t documentTypeEnd = 0;  ///< behind it; as its beginning when there is none
+};
+
+/** The bounds that XmlGuard keeps. */
+struct XmlLimits {
+    int depth;       ///< elements open at the same time
+    int attributes;  ///< attributes of one element
+    int names;       ///< distinct element names, and distinct attribute names
+};
+
+/**
+ * Looks through an XML text before it is parsed, for what the parser would take quadratic time for, accept in silence
+ * or follow to other files: too deep nesting, too many attributes or names, NUL characters, document types that
+ * declare.
+ *
+ * It sees tags and quotes wherever the parser sees them. Where the text is not well-formed it may stop: the parser
+ * stops there as well. Takes linear time, and memory for the distinct names only.
+ */
+template <typename Unit>
+XmlFinding GuardXml(std::basic_string_view<Unit> iText, const XmlLimits& iLimits);
+
+extern template XmlFinding GuardXml(std::string_view iText, const XmlLimits& iLimits);
+extern template XmlFinding GuardXml(std::u16string_view iText, const XmlLimits& iLimits);
+
+/** @return whether UTF-8 text ends within a character. */
+bool EndsWithinCharacter(std::string_view iUtf8);
+
+#endif
