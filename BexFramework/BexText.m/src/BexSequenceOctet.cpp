@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 
 namespace {
 
@@ -24,6 +25,9 @@ _SEQUENCE_octet::_SEQUENCE_octet(const void* iBytes, unsigned long iLength) {
 }
 
 void _SEQUENCE_octet::length(unsigned long iLength) {
+    if (iLength > octets.max_size()) {
+        throw std::bad_alloc();
+    }
     octets.resize(iLength);
 }
 

@@ -10,8 +10,10 @@
 #include <cstring>
 #include <istream>
 #include <limits>
+#include <new>
 #include <ostream>
 #include <stdexcept>
+#include <streambuf>
 #include <utility>
 
 namespace {
@@ -123,6 +125,37 @@ bool ReadLeadingNumber(std::string_view iText, Number& oNumber) {
     }
     oNumber = number;
     return true;
+}
+
+/**
+ * Reads up to a line feed, as std::getline does, but lets std::bad_alloc out: std::getline makes it look like a stream that
+ * cannot be read.
+ * @return false, with the fail state set, when nothing was left.
+ */
+bool ReadLine(std::istream& ioStream, std::string& oLine) {
+    constexpr int kEnd = std::istream::traits_type::eof();
+    const std::istream::sentry ready(ioStream, true);
+    if (!ready) {
+        return false;
+    }
+    std::ios_base::iostate state = std::ios_base::goodbit;
+    try {
+        std::streambuf& source = *ioStream.rdbuf();
+        int next = source.sbumpc();
+        while (next != kEnd && next != '\n') {
+            oLine += static_cast<char>(next);
+            next = source.sbumpc();
+        }
+        if (next == kEnd) {
+            state = oLine.empty() ? std::ios_base::eofbit | std::ios_base::failbit : std::ios_base::eofbit;
+        }
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (...) {  // the source cannot be read: what came before it failed is a line
+        state = oLine.empty() ? std::ios_base::badbit | std::ios_base::failbit : std::ios_base::badbit;
+    }
+    ioStream.setstate(state);
+    return (state & std::ios_base::failbit) == 0;
 }
 
 template <typename Number>
@@ -343,7 +376,7 @@ int BexUnicodeString::BuildFromStream(std::istream& ioStream, int iFlag) {
         return -1;
     }
     std::string line;
-    const bool read = !std::getline(ioStream, line).fail();
+    const bool read = ReadLine(ioStream, line);
     CheckLength(line.size());
     SetNarrow(std::move(line));
     return read ? 0 : -1;

@@ -108,6 +108,7 @@ bool AppendConversion(std::string& ioText, const BexTime& iTime, char iConversio
 BexTime::BexTime() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
+    ::tzset();  // localtime_r alone may keep to the zone that was set before
     ::localtime_r(&now, &local);
     SetDateTime(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
 }

@@ -6,6 +6,8 @@
 #include "XmlEncoding.h"
 #include "XmlGuard.h"
 
+#include <xercesc/dom/DOMDocumentType.hpp>
+#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/EntityResolver.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
@@ -78,12 +80,11 @@ ParseError ErrorAt(std::basic_string_view<Unit> iText, const XmlFinding& iFindin
 
 /** A copy without the document type declaration, each of whose characters but line ends becomes a blank. */
 template <typename Unit>
-std::basic_string<Unit> WithoutDocumentType(std::basic_string_view<Unit> iText, const XmlFinding& iFinding) {
+std::basic_string<Unit> WithoutDocumentType(std::basic_string_view<Unit> iText, const XmlDocumentType& iType) {
     std::basic_string<Unit> copy(iText);
     const auto begin = copy.begin();
     std::replace_if(
-        begin + static_cast<std::ptrdiff_t>(iFinding.documentType),
-        begin + static_cast<std::ptrdiff_t>(iFinding.documentTypeEnd),
+        begin + static_cast<std::ptrdiff_t>(iType.whole.start), begin + static_cast<std::ptrdiff_t>(iType.whole.end),
         [](Unit iUnit) { return iUnit != Unit{'\n'} && iUnit != Unit{'\r'}; }, Unit{' '});
     return copy;
 }
@@ -107,41 +108,34 @@ xercesc::DOMDocument* Build(std::string_view iBytes, const XMLCh* iEncoding, con
     return parser.adoptDocument();
 }
 
-/** Looks through a text and builds its tree. @p iEncoding is what its units are when they are handed on as bytes. */
-template <typename Unit>
-xercesc::DOMDocument* Read(std::basic_string_view<Unit> iText, const XMLCh* iEncoding, const XMLCh* iSystemId) {
-    const XmlLimits limits{DOMParser::kMaxDepth, DOMParser::kMaxAttributes, DOMParser::kMaxNames};
-    const XmlFinding finding = GuardXml(iText, limits);
-    if (finding.error != nullptr) {
-        throw ErrorAt(iText, finding);
-    }
-    std::basic_string<Unit> copy;
-    std::basic_string_view<Unit> text = iText;
-    if (finding.documentTypeEnd > finding.documentType) {
-        copy = WithoutDocumentType(iText, finding);
-        text = copy;
-    }
-    return Build(std::string_view(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(Unit)), iEncoding,
-                 iSystemId);
+/** Part of a text in UTF-16, whatever the text is in. */
+std::u16string Utf16Of(std::u16string_view iText, XmlRange iRange, const XmlEncoding& /*iEncoding*/) {
+    return std::u16string(iText.substr(iRange.start, iRange.end - iRange.start));
 }
 
-xercesc::DOMDocument* Read(const xercesc::InputSource& iSource) {
-    std::string buffer;
-    std::string_view bytes = BytesOf(iSource, buffer);
-    const XMLCh* given = iSource.getEncoding();
-    const XmlEncoding encoding = DetectXmlEncoding(bytes, given == nullptr ? std::u16string_view() : given);
-    bytes.remove_prefix(encoding.markLength);
-    if (encoding.isAsciiBased) {
-        if (encoding.name.compare(0, 3, u"UTF") == 0 && EndsWithinCharacter(bytes)) {
-            throw ParseError{DOMString("the text ends within a character")};
-        }
-        return Read(bytes, encoding.name.c_str(), iSource.getSystemId());
+std::u16string Utf16Of(std::string_view iText, XmlRange iRange, const XmlEncoding& iEncoding) {
+    std::u16string part;
+    if (!DecodeXml(iText.substr(iRange.start, iRange.end - iRange.start), iEncoding, part)) {
+        throw ParseError{DOMString("the document type is not well-formed")};
     }
-    std::u16string text;
-    if (!DecodeXml(bytes, encoding, text)) {
-        throw ParseError{DOMString("the encoding is not known or the text does not follow it")};
+    return part;
+}
+
+/** Puts the document type back into the tree, where it stood in the text. */
+template <typename Unit>
+void AddDocumentType(DOM_Document& ioDocument, std::basic_string_view<Unit> iText, const XmlDocumentType& iType,
+                     const XmlEncoding& iEncoding) {
+    const std::u16string name = Utf16Of(iText, iType.name, iEncoding);
+    const std::u16string publicId = Utf16Of(iText, iType.publicId, iEncoding);
+    const std::u16string systemId = Utf16Of(iText, iType.systemId, iEncoding);
+    auto* document = static_cast<xercesc::DOMDocument*>(ioDocument.getNative());
+    xercesc::DOMNode* behind = document->getFirstChild();
+    for (int i = 0; i < iType.nodesBefore && behind != nullptr; ++i) {
+        behind = behind->getNextSibling();
     }
-    return Read(std::u16string_view(text), xercesc::XMLUni::fgXMLChEncodingString, iSource.getSystemId());
+    document->insertBefore(document->createDocumentType(name.c_str(), iType.hasPublicId ? publicId.c_str() : nullptr,
+                                                        iType.hasSystemId ? systemId.c_str() : nullptr),
+                           behind);
 }
 
 }  // namespace
@@ -166,7 +160,7 @@ void DOMParser::ParseOrExplain(const xercesc::InputSource& iSource) {
         if (BexXMLParser::Initialize() != 0) {
             throw ParseError{DOMString("Xerces-C cannot be started")};
         }
-        document = DOM_Document::Own(Read(iSource));
+        Read(iSource);
     } catch (const ParseError& error) {
         Fail(error.text, error.line, error.column);
     } catch (const xercesc::SAXParseException& error) {
@@ -175,6 +169,54 @@ void DOMParser::ParseOrExplain(const xercesc::InputSource& iSource) {
         Fail(DOMString(error.getMessage()), 0, 0);
     } catch (const xercesc::XMLException& error) {
         Fail(DOMString(error.getMessage()), 0, 0);
+    } catch (const xercesc::DOMException& error) {
+        Fail(DOMString(error.getMessage()), 0, 0);
+    }
+    if (!errorText.isNull()) {
+        document = DOM_Document();
+    }
+}
+
+/** Finds out what the bytes of a source mean, and reads them. */
+void DOMParser::Read(const xercesc::InputSource& iSource) {
+    std::string buffer;
+    std::string_view bytes = BytesOf(iSource, buffer);
+    const XMLCh* given = iSource.getEncoding();
+    const XmlEncoding encoding = DetectXmlEncoding(bytes, given == nullptr ? std::u16string_view() : given);
+    bytes.remove_prefix(encoding.markLength);
+    if (encoding.isAsciiBased) {
+        if (encoding.name.compare(0, 3, u"UTF") == 0 && EndsWithinCharacter(bytes)) {
+            throw ParseError{DOMString("the text ends within a character")};
+        }
+        ReadText(bytes, encoding, encoding.name.c_str(), iSource.getSystemId());
+        return;
+    }
+    std::u16string text;
+    if (!DecodeXml(bytes, encoding, text)) {
+        throw ParseError{DOMString("the encoding is not known or the text does not follow it")};
+    }
+    ReadText(std::u16string_view(text), encoding, xercesc::XMLUni::fgXMLChEncodingString, iSource.getSystemId());
+}
+
+/** Looks through a text and builds its tree. @p iUnits is the name of its units as an encoding of bytes. */
+template <typename Unit>
+void DOMParser::ReadText(std::basic_string_view<Unit> iText, const XmlEncoding& iEncoding, const XMLCh* iUnits,
+                         const XMLCh* iSystemId) {
+    const XmlFinding finding = GuardXml(iText, XmlLimits{kMaxDepth, kMaxAttributes, kMaxNames});
+    if (finding.error != nullptr) {
+        throw ErrorAt(iText, finding);
+    }
+    const bool hasDocumentType = finding.documentType.whole.end > 0;
+    std::basic_string<Unit> copy;
+    std::basic_string_view<Unit> text = iText;
+    if (hasDocumentType) {
+        copy = WithoutDocumentType(iText, finding.documentType);
+        text = copy;
+    }
+    document = DOM_Document::Own(Build(
+        std::string_view(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(Unit)), iUnits, iSystemId));
+    if (hasDocumentType) {
+        AddDocumentType(document, iText, finding.documentType, iEncoding);
     }
 }
 

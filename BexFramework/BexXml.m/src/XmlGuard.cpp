@@ -116,10 +116,13 @@ private:
         }
     }
 
-    void SkipSpace() {
+    /** Goes behind white space; false when there is none here. */
+    bool SkipSpace() {
+        const std::size_t start = at;
         while (!AtEnd() && IsSpace(text[at])) {
             ++at;
         }
+        return at > start;
     }
 
     /** Goes behind a quoted literal whose first quote is here; false when it does not end. */
@@ -133,14 +136,18 @@ private:
         return true;
     }
 
+    bool IsXmlDeclaration() const { return StartsWith("<?xml") && at + 5 < text.size() && IsSpace(text[at + 5]); }
+
     /** At "<". */
     void Markup() {
         if (StartsWith("<!--")) {
+            ++nodesOfDocument;
             at += 4;
             SkipPast("-->");
         } else if (StartsWith("<![CDATA[")) {
             SkipPast("]]>");
         } else if (StartsWith("<?")) {
+            nodesOfDocument += at == 0 && IsXmlDeclaration() ? 0 : 1;
             SkipPast("?>");
         } else if (StartsWith("<!DOCTYPE")) {
             DocumentType();
@@ -216,36 +223,42 @@ private:
     /** `<!DOCTYPE name SYSTEM "file">` or `<!DOCTYPE name PUBLIC "id" "file">`; whatever declares anything is refused.
      */
     void DocumentType() {
-        finding.documentType = at;
-        at += 9;
-        const bool isSpaced = !AtEnd() && IsSpace(text[at]);
+        XmlDocumentType type;
+        type.nodesBefore = nodesOfDocument;
+        type.whole.start = at;
+        at += std::string_view("<!DOCTYPE").size();
+        const bool isSpaced = SkipSpace();
+        type.name.start = at;
+        NameBefore({'>', '[', '"', '\''});
+        type.name.end = at;
         SkipSpace();
-        const View name = NameBefore({'>', '[', '"', '\''});
+        type.hasPublicId = StartsWith("PUBLIC");
+        type.hasSystemId = type.hasPublicId || StartsWith("SYSTEM");
+        at += type.hasSystemId ? std::string_view("SYSTEM").size() : 0;
+        const bool hasIds =
+            (!type.hasPublicId || Identifier(type.publicId)) && (!type.hasSystemId || Identifier(type.systemId));
         SkipSpace();
-        int literals = 0;
-        if (StartsWith("SYSTEM")) {
-            literals = 1;
-        } else if (StartsWith("PUBLIC")) {
-            literals = 2;
-        }
-        at += literals == 0 ? 0U : 6U;
-        for (int i = 0; i < literals; ++i) {
-            const bool isSeparated = !AtEnd() && IsSpace(text[at]);
-            SkipSpace();
-            if (!isSeparated || (!Is(at, '"') && !Is(at, '\'')) || !SkipLiteral()) {
-                Refuse("the document type is not well-formed", finding.documentType);
-                return;
-            }
-        }
-        SkipSpace();
-        if (Is(at, '[')) {
+        const bool isFirst = !hasRoot && finding.documentType.whole.end == 0;
+        if (hasIds && Is(at, '[')) {
             Refuse("a document type with declarations of its own is not allowed", at);
-        } else if (!isSpaced || name.empty() || !Is(at, '>') || depth != 0 || finding.documentTypeEnd != 0 || hasRoot) {
-            Refuse("the document type is not well-formed", finding.documentType);
+        } else if (!isFirst || !isSpaced || type.name.start == type.name.end || !hasIds || !Is(at, '>')) {
+            Refuse("the document type is not well-formed", type.whole.start);
         } else {
             ++at;
-            finding.documentTypeEnd = at;
+            type.whole.end = at;
+            finding.documentType = type;
         }
+    }
+
+    /** White space and a quoted literal. */
+    bool Identifier(XmlRange& oRange) {
+        const bool isSpaced = SkipSpace();
+        oRange.start = at + 1;
+        if (!isSpaced || (!Is(at, '"') && !Is(at, '\'')) || !SkipLiteral()) {
+            return false;
+        }
+        oRange.end = at - 1;
+        return true;
     }
 
     View text;
@@ -256,6 +269,7 @@ private:
     std::size_t at = 0;
     int depth = 0;
     bool hasRoot = false;
+    int nodesOfDocument = 0;  // of those that may stand before the root
     XmlFinding finding;
 };
 

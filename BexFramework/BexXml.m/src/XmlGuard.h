@@ -4,12 +4,28 @@
 #include <cstddef>
 #include <string_view>
 
+/** A stretch of a text, in its units. */
+struct XmlRange {
+    std::size_t start = 0;
+    std::size_t end = 0;  ///< behind it
+};
+
+/** The document type declaration of a text. */
+struct XmlDocumentType {
+    XmlRange whole;       ///< empty when there is none
+    XmlRange name;        ///< of the root element
+    XmlRange publicId;    ///< without its quotes; empty when there is none
+    XmlRange systemId;    ///< without its quotes; empty when there is none
+    int nodesBefore = 0;  ///< comments and processing instructions in front of it
+    bool hasPublicId = false;
+    bool hasSystemId = false;
+};
+
 /** What XmlGuard found in a text. */
 struct XmlFinding {
-    const char* error = nullptr;      ///< what is refused, in words; null when nothing is
-    std::size_t position = 0;         ///< of the error, in units of the text
-    std::size_t documentType = 0;     ///< where the document type declaration begins
-    std::size_t documentTypeEnd = 0;  ///< behind it; as its beginning when there is none
+    const char* error = nullptr;   ///< what is refused, in words; null when nothing is
+    std::size_t position = 0;      ///< of the error, in units of the text
+    XmlDocumentType documentType;  ///< what may stand there: a name and where an external subset would be
 };
 
 /** The bounds that XmlGuard keeps. */
