@@ -189,11 +189,11 @@ BexUnicodeString FromChar(const char* iField, int iSize, char iPad) {
  * pair takes from the next; what names no byte, and the rest of the field, is 0.
  */
 void HexToBin(char* oBytes, int iSize, const BexUnicodeString& iHex) {
-    const std::string_view hex(iHex.ConvertToChar());  // up to a NUL, behind which nothing scans
+    const std::string_view hex = NarrowForm(iHex);
     for (int i = 0; i < iSize; ++i) {
-        const auto pos = static_cast<std::size_t>(i) * 2;
         const bool isPair = i < iHex.GetLengthInChar() / 2;
-        const ScannedByte scanned = isPair && pos < hex.size() ? ScanHexByte(hex.substr(pos)) : ScannedByte{false, 0};
+        const ScannedByte scanned =
+            isPair ? ScanHexByte(hex.substr(static_cast<std::size_t>(i) * 2)) : ScannedByte{false, 0};
         oBytes[i] = static_cast<char>(scanned.found ? scanned.value : 0);
     }
 }
