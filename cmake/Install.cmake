@@ -18,8 +18,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/QorWflInteropConfigVersio
 install(FILES ${PROJECT_BINARY_DIR}/QorWflInteropConfig.cmake ${PROJECT_BINARY_DIR}/QorWflInteropConfigVersion.cmake
         DESTINATION ${packageDir} COMPONENT development)
 
-cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE PC_LIBDIR)
-cmake_path(ABSOLUTE_PATH headerDir BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE PC_INCLUDEDIR)
+# The pkg-config file finds the tree by its own place, so it holds wherever the tree is installed.
+file(RELATIVE_PATH PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/qorwflinterop.pc.in ${PROJECT_BINARY_DIR}/qorwflinterop.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/qorwflinterop.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
         COMPONENT development)

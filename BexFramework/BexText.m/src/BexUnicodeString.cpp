@@ -128,8 +128,8 @@ bool ReadLeadingNumber(std::string_view iText, Number& oNumber) {
 }
 
 /**
- * Reads up to a line feed, as std::getline does, but lets std::bad_alloc out: std::getline makes it look like a stream that
- * cannot be read.
+ * Reads up to a line feed, as std::getline does, but lets std::bad_alloc out: std::getline makes it look like a stream
+ * that cannot be read.
  * @return false, with the fail state set, when nothing was left.
  */
 bool ReadLine(std::istream& ioStream, std::string& oLine) {

@@ -15,7 +15,7 @@ constexpr std::string_view kClosing("<< ");
 }  // namespace
 
 /** What a step that writes keeps: the line in work, and its place among the thread's open steps. */
-struct BexQorTraceStep::Scope {
+struct __attribute__((visibility("hidden"))) BexQorTraceStep::Scope {
     Scope(const BexQorTrace& iTrace, const char* iName)
         : trace(iTrace), name(iName == nullptr ? "" : iName), depth(enclosing == nullptr ? 0 : enclosing->depth + 1) {
         line.reserve(iTrace.lineSize);

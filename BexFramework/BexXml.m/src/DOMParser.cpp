@@ -69,13 +69,17 @@ std::string_view BytesOf(const xercesc::InputSource& iSource, std::string& ioBuf
     }
 }
 
+bool IsUtf8(const XmlEncoding& iEncoding) {
+    return iEncoding.name.compare(0, 3, u"UTF") == 0;
+}
+
 /** The error at a place in a text, with its line and column. */
 template <typename Unit>
-ParseError ErrorAt(std::basic_string_view<Unit> iText, const XmlFinding& iFinding) {
-    const auto before = iText.substr(0, iFinding.position);
+ParseError ErrorAt(std::basic_string_view<Unit> iText, const char* iError, std::size_t iPosition) {
+    const auto before = iText.substr(0, iPosition);
     const std::size_t lineStart = before.rfind(Unit{'\n'}) + 1;  // 0 when there is no line end
     const auto lines = std::count(before.begin(), before.end(), Unit{'\n'});
-    return {DOMString(iFinding.error), static_cast<unsigned long>(lines) + 1, iFinding.position - lineStart + 1};
+    return {DOMString(iError), static_cast<unsigned long>(lines) + 1, iPosition - lineStart + 1};
 }
 
 /** A copy without the document type declaration, each of whose characters but line ends becomes a blank. */
@@ -185,8 +189,9 @@ void DOMParser::Read(const xercesc::InputSource& iSource) {
     const XmlEncoding encoding = DetectXmlEncoding(bytes, given == nullptr ? std::u16string_view() : given);
     bytes.remove_prefix(encoding.markLength);
     if (encoding.isAsciiBased) {
-        if (encoding.name.compare(0, 3, u"UTF") == 0 && EndsWithinCharacter(bytes)) {
-            throw ParseError{DOMString("the text ends within a character")};
+        const std::size_t valid = IsUtf8(encoding) ? FirstInvalidUtf8(bytes) : bytes.size();
+        if (valid < bytes.size()) {
+            throw ErrorAt(bytes, "the text is not in UTF-8", valid);
         }
         ReadText(bytes, encoding, encoding.name.c_str(), iSource.getSystemId());
         return;
@@ -204,7 +209,7 @@ void DOMParser::ReadText(std::basic_string_view<Unit> iText, const XmlEncoding& 
                          const XMLCh* iSystemId) {
     const XmlFinding finding = GuardXml(iText, XmlLimits{kMaxDepth, kMaxAttributes, kMaxNames});
     if (finding.error != nullptr) {
-        throw ErrorAt(iText, finding);
+        throw ErrorAt(iText, finding.error, finding.position);
     }
     const bool hasDocumentType = finding.documentType.whole.end > 0;
     std::basic_string<Unit> copy;

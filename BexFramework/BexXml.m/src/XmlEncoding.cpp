@@ -9,6 +9,8 @@
 #include <xercesc/util/XMLUniDefs.hpp>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <memory>
 
 using namespace std::string_view_literals;
@@ -89,6 +91,45 @@ XmlEncoding Named(std::u16string_view iName, std::size_t iMarkLength) {
     return encoding;
 }
 
+/** The position of the next byte from 0x80 on, or the length. */
+std::size_t SkipAscii(std::string_view iBytes, std::size_t iFrom) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::uint64_t word = 0;
+    while (iBytes.size() - iFrom >= sizeof word) {
+        std::memcpy(&word, iBytes.data() + iFrom, sizeof word);
+        if ((word & kHighBits) != 0) {
+            break;
+        }
+        iFrom += sizeof word;
+    }
+    while (iFrom < iBytes.size() && static_cast<unsigned char>(iBytes[iFrom]) < 0x80U) {
+        ++iFrom;
+    }
+    return iFrom;
+}
+
+/** The number of bytes of the character of two bytes or more that begins here, 0 when there is none. */
+std::size_t Utf8CharacterLength(std::string_view iBytes) {
+    const auto byte = [iBytes](std::size_t iPos) {
+        return iPos < iBytes.size() ? static_cast<unsigned char>(iBytes[iPos]) : static_cast<unsigned char>(0);
+    };
+    const unsigned int lead = byte(0);
+    const std::size_t length = lead >= 0xF0U ? 4 : lead >= 0xE0U ? 3 : 2;
+    if (lead < 0xC2U || lead > 0xF4U) {
+        return 0;
+    }
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0U) != 0x80U) {
+            return 0;
+        }
+    }
+    // what could have been written shorter, halves of a surrogate pair, what lies behind the last character
+    const unsigned int second = byte(1);
+    const bool isOutside = (lead == 0xE0U && second < 0xA0U) || (lead == 0xEDU && second > 0x9FU) ||
+                           (lead == 0xF0U && second < 0x90U) || (lead == 0xF4U && second > 0x8FU);
+    return isOutside ? 0 : length;
+}
+
 }  // namespace
 
 XmlEncoding DetectXmlEncoding(std::string_view iBytes, std::u16string_view iGiven) {
@@ -137,4 +178,20 @@ bool DecodeXml(std::string_view iBytes, const XmlEncoding& iEncoding, std::u16st
         iBytes.remove_prefix(eaten);
     }
     return true;
+}
+
+std::size_t FirstInvalidUtf8(std::string_view iBytes) {
+    std::size_t at = 0;
+    while (at < iBytes.size()) {
+        at = SkipAscii(iBytes, at);
+        if (at == iBytes.size()) {
+            break;
+        }
+        const std::size_t length = Utf8CharacterLength(iBytes.substr(at));
+        if (length == 0) {
+            return at;
+        }
+        at += length;
+    }
+    return iBytes.size();
 }

@@ -26,4 +26,7 @@ XmlEncoding DetectXmlEncoding(std::string_view iBytes, std::u16string_view iGive
  */
 bool DecodeXml(std::string_view iBytes, const XmlEncoding& iEncoding, std::u16string& oText);
 
+/** @return where UTF-8 text first holds what is no character, cut ones at its end included; its length when nowhere. */
+std::size_t FirstInvalidUtf8(std::string_view iBytes);
+
 #endif

@@ -282,17 +282,3 @@ XmlFinding GuardXml(std::basic_string_view<Unit> iText, const XmlLimits& iLimits
 
 template XmlFinding GuardXml(std::string_view iText, const XmlLimits& iLimits);
 template XmlFinding GuardXml(std::u16string_view iText, const XmlLimits& iLimits);
-
-bool EndsWithinCharacter(std::string_view iUtf8) {
-    std::size_t following = 0;  // bytes at the end that continue a character
-    while (following < iUtf8.size() &&
-           (static_cast<unsigned char>(iUtf8[iUtf8.size() - 1 - following]) & 0xC0U) == 0x80U) {
-        ++following;
-    }
-    if (following == iUtf8.size()) {
-        return following > 0;
-    }
-    const auto lead = static_cast<unsigned char>(iUtf8[iUtf8.size() - 1 - following]);
-    const std::size_t wanted = lead >= 0xF0U ? 3 : lead >= 0xE0U ? 2 : lead >= 0xC0U ? 1 : 0;
-    return following < wanted;
-}

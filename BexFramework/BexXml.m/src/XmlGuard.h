@@ -49,7 +49,4 @@ XmlFinding GuardXml(std::basic_string_view<Unit> iText, const XmlLimits& iLimits
 extern template XmlFinding GuardXml(std::string_view iText, const XmlLimits& iLimits);
 extern template XmlFinding GuardXml(std::u16string_view iText, const XmlLimits& iLimits);
 
-/** @return whether UTF-8 text ends within a character. */
-bool EndsWithinCharacter(std::string_view iUtf8);
-
 #endif

@@ -1,0 +1,92 @@
+#include "JsonAction.h"
+
+#include "JsonPlace.h"
+#include "JsonText.h"
+#include "JsonUuid.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr const char* kProduct = "Product";
+constexpr const char* kTypes[] = {kProduct, "Part", "Model", "Document", "Feature"};
+
+JsonAction::Context ReadContext(const JsonPlace& iPlace) {
+    iPlace.RequireObject({"kind", "value"});
+    return {iPlace.Member("kind").Text(), iPlace.Member("value").Text()};
+}
+
+BexUnicodeString ReadType(const JsonPlace& iPlace) {
+    BexUnicodeString type = iPlace.Text();
+    if (iPlace.IsAbsent() || std::find(std::begin(kTypes), std::end(kTypes), type) == std::end(kTypes)) {
+        iPlace.RefuseOther("one of \"Product\", \"Part\", \"Model\", \"Document\" and \"Feature\"");
+    }
+    return type;
+}
+
+BexUnicodeString ReadDirection(const JsonPlace& iPlace) {
+    BexUnicodeString direction = iPlace.Text();
+    if (!iPlace.IsAbsent() && direction != "I" && direction != "O") {
+        iPlace.RefuseOther("\"I\" (input), \"O\" (output) or nothing");
+    }
+    return direction;
+}
+
+JsonAction::Object ReadObject(const JsonPlace& iPlace) {
+    iPlace.RequireObject({"type", "direction", "nickname", "name", "uuid"});
+    JsonAction::Object object;
+    object.type = ReadType(iPlace.Member("type"));
+    object.direction = ReadDirection(iPlace.Member("direction"));
+    object.nickname = iPlace.Member("nickname").Text();
+    object.name = iPlace.Member("name").Text();
+    const JsonPlace uuid = iPlace.Member("uuid");
+    if (!uuid.IsAbsent() || object.type != kProduct) {
+        object.uuid = ReadJsonUuid(uuid);
+    }
+    return object;
+}
+
+template <typename Entry>
+std::vector<Entry> ReadList(const JsonPlace& iPlace, Entry (*iRead)(const JsonPlace&)) {
+    std::vector<Entry> entries;
+    const std::size_t size = iPlace.GetListSize();
+    entries.reserve(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        entries.push_back(iRead(iPlace.Element(i)));
+    }
+    return entries;
+}
+
+template <typename Number>
+std::optional<Number> ReadNumber(const JsonPlace& iPlace) {
+    const std::optional<long> number =
+        iPlace.WholeNumber(std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max());
+    return number ? std::optional<Number>(static_cast<Number>(*number)) : std::nullopt;
+}
+
+}  // namespace
+
+JsonAction ReadJsonAction(std::string_view iText, const std::string& iFileName) {
+    const nlohmann::json document = ParseJson(iText, iFileName);
+    const JsonPlace place(document, iFileName);
+    place.RequireObject({"id", "abstract", "priority", "owner", "name", "status", "generation", "duration",
+                         "durationUnit", "documentation", "processName", "contexts", "objects"});
+    JsonAction action;
+    action.id = place.Member("id").Text();
+    action.abstract = place.Member("abstract").Text();
+    action.priority = place.Member("priority").Text();
+    action.owner = place.Member("owner").Text();
+    action.name = place.Member("name").Text();
+    action.status = place.Member("status").Text();
+    action.generation = ReadNumber<int>(place.Member("generation"));
+    action.duration = ReadNumber<long>(place.Member("duration"));
+    action.durationUnit = place.Member("durationUnit").Text();
+    action.documentation = place.Member("documentation").Text();
+    action.processName = place.Member("processName").Text();
+    action.contexts = ReadList(place.Member("contexts"), &ReadContext);
+    action.objects = ReadList(place.Member("objects"), &ReadObject);
+    return action;
+}

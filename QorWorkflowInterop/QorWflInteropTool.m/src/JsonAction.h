@@ -1,0 +1,50 @@
+#ifndef JsonAction_H
+#define JsonAction_H
+
+#include <BexUnicodeString.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/** A workflow action as a JSON text tells it. A text that it does not tell is null. */
+struct JsonAction {
+    /** A context entry. */
+    struct Context {
+        BexUnicodeString kind;
+        BexUnicodeString value;
+    };
+    /** An attached object. */
+    struct Object {
+        std::string uuid;  ///< the UUID block, empty for a product without one
+        BexUnicodeString type;
+        BexUnicodeString direction;
+        BexUnicodeString nickname;
+        BexUnicodeString name;
+    };
+
+    BexUnicodeString id;
+    BexUnicodeString abstract;
+    BexUnicodeString priority;
+    BexUnicodeString owner;
+    BexUnicodeString name;
+    BexUnicodeString status;  ///< "start", "run", "complete", "abort", "bypass" or a text of the host's own
+    std::optional<int> generation;
+    std::optional<long> duration;
+    BexUnicodeString durationUnit;
+    BexUnicodeString documentation;
+    BexUnicodeString processName;
+    std::vector<Context> contexts;
+    std::vector<Object> objects;
+};
+
+/**
+ * Reads an action from JSON.
+ * @param iText UTF-8
+ * @param iFileName what messages call the text
+ * @throw Failure with file and place when the text is no JSON or no action.
+ */
+JsonAction ReadJsonAction(std::string_view iText, const std::string& iFileName);
+
+#endif

@@ -1,0 +1,5 @@
+#include "ToolObjectNameHandler.h"
+
+BexUnicodeString ToolObjectNameHandler::GetObjectName(const char* /*iUuid*/) const {
+    return BexUnicodeString();
+}

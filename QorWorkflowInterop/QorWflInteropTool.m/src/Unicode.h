@@ -1,0 +1,22 @@
+#ifndef Unicode_H
+#define Unicode_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/** @return one character as UTF-8. */
+std::string ToUtf8(char32_t iCode);
+/** @return UTF-16 text as UTF-8; half a surrogate pair becomes U+FFFD. */
+std::string ToUtf8(std::u16string_view iUnits);
+
+/** @return UTF-8 text at a length that can be read: cut between two characters, with "..." behind it, when longer. */
+std::string Shortened(const std::string& iText, std::size_t iLength);
+
+/**
+ * Takes the next character off UTF-8 text that is known to be well-formed.
+ * @param ioText loses its first character; must not be empty
+ */
+char32_t TakeCharacter(std::string_view& ioText);
+
+#endif

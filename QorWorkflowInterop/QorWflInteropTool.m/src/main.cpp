@@ -1,0 +1,117 @@
+#include "Export.h"
+#include "Failure.h"
+#include "Files.h"
+#include "Import.h"
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <new>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+enum ExitStatus { kDone = 0, kWrongInput = 1, kWrongUsage = 2 };
+
+/** Tells the user what went wrong. Control characters, which can come from inputs, do not reach the terminal. */
+void Report(const std::string& iMessage) {
+    std::string line = "qorwfl: ";
+    for (const char c : iMessage) {
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\x%02X", static_cast<unsigned>(c));
+            line += escaped;
+        } else {
+            line += c;
+        }
+    }
+    std::cerr << line << '\n';
+}
+
+/** The command line, and what to do for it. */
+class CommandLine {
+public:
+    CommandLine() {
+        app.set_version_flag("--version", std::string("qorwfl ") + QORWFL_VERSION);
+        app.require_subcommand(1);
+        app.footer(
+            "Exit status: 0 done, 1 an input is wrong or the output cannot be written, 2 wrong usage.\n"
+            "'qorwfl COMMAND --help' tells more about a command.");
+        AddExport();
+        AddImport();
+    }
+
+    ExitStatus Run(int iCount, const char* const* iArguments) {
+        try {
+            app.parse(iCount, iArguments);
+        } catch (const CLI::RequiredError& missing) {
+            // What is there and not known explains more than what is therefore missing.
+            const std::vector<std::string> unknown = app.remaining(true);
+            return unknown.empty() ? Leave(missing) : Leave(CLI::ExtrasError(unknown));
+        } catch (const CLI::ParseError& end) {  // help and version come this way too
+            return Leave(end);
+        }
+        if (exportCommand->parsed()) {
+            Export(input, config);
+        } else {
+            Import(input);
+        }
+        return kDone;
+    }
+
+private:
+    ExitStatus Leave(const CLI::ParseError& iEnd) const {
+        const bool asked = app.exit(iEnd, std::cout, std::cerr) == 0;
+        WriteOutput("");
+        return asked ? kDone : kWrongUsage;
+    }
+
+    void AddExport() {
+        exportCommand = app.add_subcommand("export", "Print the XPDL document of a workflow action");
+        exportCommand->add_option("ACTION", input, "The action, a JSON file; - for the standard input")
+            ->required()
+            ->type_name("");
+        exportCommand
+            ->add_option("--config", config,
+                         "The property file, or the folder with the file QorWflActionManager in it;\n"
+                         "without it, that file is looked for along BexMsgCatalogPath")
+            ->type_name("FILE_OR_DIR");
+        exportCommand->footer(
+            "Example:\n"
+            "  qorwfl export examples/review.json --config examples/QorWflActionManager > review.xpdl");
+    }
+
+    void AddImport() {
+        CLI::App* command = app.add_subcommand("import", "Print the record that an XPDL document holds");
+        command->add_option("FILE", input, "The document; - for the standard input")->required()->type_name("");
+        command->footer(
+            "A document in which a required element is missing is printed as far as it is read, with exit status 1.\n"
+            "\n"
+            "Example:\n"
+            "  qorwfl import examples/reply.xpdl");
+    }
+
+    CLI::App app{"Connects the workflow actions of a PDM server to an external workflow tool", "qorwfl"};
+    CLI::App* exportCommand = nullptr;
+    std::string input;
+    std::optional<std::string> config;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);  // a reader that went away is an output that cannot be written
+    try {
+        return CommandLine().Run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        Report("not enough memory");
+    } catch (const std::exception& error) {
+        Report(error.what());
+    }
+    return kWrongInput;
+}
