@@ -72,19 +72,34 @@ public:
         }
         return *this;
     }
+    /** Adds the narrow form of a code unit. */
+    BexQorTraceStep& operator<<(BexUnicodeChar iChar) { return *this << iChar.Code(); }
+    /** Adds the narrow form of a code unit. */
+    BexQorTraceStep& operator<<(char16_t iUnit) { return *this << std::u16string_view(&iUnit, 1); }
     /** Adds a number in decimal. */
-    BexQorTraceStep& operator<<(int iNum) { return *this << static_cast<long>(iNum); }
+    BexQorTraceStep& operator<<(int iNum) { return *this << static_cast<long long>(iNum); }
     /** Adds a number in decimal. */
-    BexQorTraceStep& operator<<(unsigned int iNum) { return *this << static_cast<unsigned long>(iNum); }
+    BexQorTraceStep& operator<<(unsigned int iNum) { return *this << static_cast<unsigned long long>(iNum); }
     /** Adds a number in decimal. */
-    BexQorTraceStep& operator<<(long iNum) {
+    BexQorTraceStep& operator<<(long iNum) { return *this << static_cast<long long>(iNum); }
+    /** Adds a number in decimal. */
+    BexQorTraceStep& operator<<(unsigned long iNum) { return *this << static_cast<unsigned long long>(iNum); }
+    /** Adds a number in decimal. */
+    BexQorTraceStep& operator<<(long long iNum) {
         if (scope != nullptr) {
             AddNumber(iNum);
         }
         return *this;
     }
     /** Adds a number in decimal. */
-    BexQorTraceStep& operator<<(unsigned long iNum) {
+    BexQorTraceStep& operator<<(unsigned long long iNum) {
+        if (scope != nullptr) {
+            AddNumber(iNum);
+        }
+        return *this;
+    }
+    /** Adds a number with as many digits as it takes to read the same one back. */
+    BexQorTraceStep& operator<<(double iNum) {
         if (scope != nullptr) {
             AddNumber(iNum);
         }
@@ -101,8 +116,9 @@ private:
     void Add(std::string_view iText) noexcept;
     void Add(std::u16string_view iText) noexcept;
     void Add(const BexUnicodeString& iText) noexcept;
-    void AddNumber(long iNum) noexcept;
-    void AddNumber(unsigned long iNum) noexcept;
+    void AddNumber(long long iNum) noexcept;
+    void AddNumber(unsigned long long iNum) noexcept;
+    void AddNumber(double iNum) noexcept;
 
     BexQorTrace& trace;
     Scope* scope = nullptr;  // owned; null while the step writes nothing

@@ -1,7 +1,6 @@
 #include "BexQorTraceStep.h"
 
 #include <charconv>
-#include <limits>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -11,6 +10,18 @@ namespace {
 constexpr std::size_t kIndentation = 2;
 constexpr std::string_view kOpening(">> ");
 constexpr std::string_view kClosing("<< ");
+
+/** A number in decimal, without a look at any locale. */
+class NumberText {
+public:
+    template <typename Number>
+    explicit NumberText(Number iNumber) : end(std::to_chars(digits, digits + sizeof digits, iNumber).ptr) {}
+    std::string_view View() const { return std::string_view(digits, static_cast<std::size_t>(end - digits)); }
+
+private:
+    char digits[32];  // room for any integer, and for the shortest form of any double
+    const char* end;
+};
 
 }  // namespace
 
@@ -46,15 +57,21 @@ struct __attribute__((visibility("hidden"))) BexQorTraceStep::Scope {
 
     /** Sends what was left without a line end. */
     void Flush() {
-        if (!line.empty()) {
+        if (!line.empty() || isLost) {
             Send();
         }
     }
 
+    /** No memory for part of a line: the whole of it is lost, for a line is never sent with a hole in it. */
+    void Lose() noexcept { isLost = true; }
+
     void Send() {
-        line += '\n';
-        trace.Write(line);
+        if (!isLost) {
+            line += '\n';
+            trace.Write(line);
+        }
         line.clear();
+        isLost = false;
     }
 
     static thread_local Scope* enclosing;  // the innermost open step of the thread that writes
@@ -64,6 +81,7 @@ struct __attribute__((visibility("hidden"))) BexQorTraceStep::Scope {
     std::size_t depth;
     Scope* outer = enclosing;
     std::string line;
+    bool isLost = false;
 };
 
 thread_local BexQorTraceStep::Scope* BexQorTraceStep::Scope::enclosing = nullptr;
@@ -94,14 +112,16 @@ void BexQorTraceStep::Close() noexcept {
 void BexQorTraceStep::Add(std::string_view iText) noexcept {
     try {
         scope->Add(iText);
-    } catch (...) {  // no memory for the message: it is lost
+    } catch (...) {
+        scope->Lose();
     }
 }
 
 void BexQorTraceStep::Add(std::u16string_view iText) noexcept {
     try {
         Add(BexUnicodeString(iText.data(), static_cast<int>(iText.size())));
-    } catch (...) {  // no memory for the message: it is lost
+    } catch (...) {
+        scope->Lose();
     }
 }
 
@@ -109,20 +129,21 @@ void BexQorTraceStep::Add(const BexUnicodeString& iText) noexcept {
     try {
         const char* text = iText.ConvertToChar();
         scope->Add(std::string_view(text, static_cast<std::size_t>(iText.GetLengthInChar())));
-    } catch (...) {  // no memory for the message: it is lost
+    } catch (...) {
+        scope->Lose();
     }
 }
 
-void BexQorTraceStep::AddNumber(long iNum) noexcept {
-    char digits[std::numeric_limits<long>::digits10 + 3];  // all digits, one more, a sign
-    Add(std::string_view(digits,
-                         static_cast<std::size_t>(std::to_chars(digits, digits + sizeof digits, iNum).ptr - digits)));
+void BexQorTraceStep::AddNumber(long long iNum) noexcept {
+    Add(NumberText(iNum).View());
 }
 
-void BexQorTraceStep::AddNumber(unsigned long iNum) noexcept {
-    char digits[std::numeric_limits<unsigned long>::digits10 + 2];  // all digits, one more
-    Add(std::string_view(digits,
-                         static_cast<std::size_t>(std::to_chars(digits, digits + sizeof digits, iNum).ptr - digits)));
+void BexQorTraceStep::AddNumber(unsigned long long iNum) noexcept {
+    Add(NumberText(iNum).View());
+}
+
+void BexQorTraceStep::AddNumber(double iNum) noexcept {
+    Add(NumberText(iNum).View());
 }
 
 BexQorTraceStep& BexQorTraceStep::operator<<(std::ostream& (*iManipulator)(std::ostream&)) {
@@ -131,7 +152,8 @@ BexQorTraceStep& BexQorTraceStep::operator<<(std::ostream& (*iManipulator)(std::
             std::ostringstream text;  // what a manipulator writes can only be seen by letting it write
             iManipulator(text);
             scope->Add(text.str());
-        } catch (...) {  // no memory for the message: it is lost
+        } catch (...) {
+            scope->Lose();
         }
     }
     return *this;

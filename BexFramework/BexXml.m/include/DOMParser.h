@@ -7,10 +7,6 @@
 
 #include <xercesc/sax/InputSource.hpp>
 
-#include <string_view>
-
-struct XmlEncoding;
-
 /**
  * A non-validating XML parser that is safe on texts from outside the process.
  *
@@ -55,10 +51,6 @@ public:
 
 private:
     void ParseOrExplain(const xercesc::InputSource& iSource);
-    void Read(const xercesc::InputSource& iSource);
-    template <typename Unit>
-    void ReadText(std::basic_string_view<Unit> iText, const XmlEncoding& iEncoding, const XMLCh* iUnits,
-                  const XMLCh* iSystemId);
     void Fail(DOMString iText, unsigned long iLine, unsigned long iColumn);
 
     DOM_Document document;

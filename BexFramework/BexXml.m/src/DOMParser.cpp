@@ -30,6 +30,11 @@ struct ParseError {
     unsigned long column = 0;
 };
 
+struct ReleaseDocument {
+    void operator()(xercesc::DOMDocument* iDocument) const { iDocument->release(); }
+};
+using OwnedDocument = std::unique_ptr<xercesc::DOMDocument, ReleaseDocument>;
+
 /** Ends the parsing at the first error. */
 class StopAtError : public xercesc::ErrorHandler {
 public:
@@ -95,7 +100,7 @@ std::basic_string<Unit> WithoutDocumentType(std::basic_string_view<Unit> iText, 
 
 /** Has Xerces-C build the tree. The encoding is forced, so that the parser sees the characters that were looked
  * through. */
-xercesc::DOMDocument* Build(std::string_view iBytes, const XMLCh* iEncoding, const XMLCh* iSystemId) {
+OwnedDocument Build(std::string_view iBytes, const XMLCh* iEncoding, const XMLCh* iSystemId) {
     BexMemorySource source(iBytes, "");
     source.setSystemId(iSystemId);
     source.setEncoding(iEncoding);
@@ -109,7 +114,7 @@ xercesc::DOMDocument* Build(std::string_view iBytes, const XMLCh* iEncoding, con
     parser.setEntityResolver(&resolver);
     parser.setErrorHandler(&errors);
     parser.parse(source);
-    return parser.adoptDocument();
+    return OwnedDocument(parser.adoptDocument());
 }
 
 /** Part of a text in UTF-16, whatever the text is in. */
@@ -127,19 +132,63 @@ std::u16string Utf16Of(std::string_view iText, XmlRange iRange, const XmlEncodin
 
 /** Puts the document type back into the tree, where it stood in the text. */
 template <typename Unit>
-void AddDocumentType(DOM_Document& ioDocument, std::basic_string_view<Unit> iText, const XmlDocumentType& iType,
+void AddDocumentType(xercesc::DOMDocument& ioDocument, std::basic_string_view<Unit> iText, const XmlDocumentType& iType,
                      const XmlEncoding& iEncoding) {
     const std::u16string name = Utf16Of(iText, iType.name, iEncoding);
     const std::u16string publicId = Utf16Of(iText, iType.publicId, iEncoding);
     const std::u16string systemId = Utf16Of(iText, iType.systemId, iEncoding);
-    auto* document = static_cast<xercesc::DOMDocument*>(ioDocument.getNative());
-    xercesc::DOMNode* behind = document->getFirstChild();
+    xercesc::DOMNode* behind = ioDocument.getFirstChild();
     for (int i = 0; i < iType.nodesBefore && behind != nullptr; ++i) {
         behind = behind->getNextSibling();
     }
-    document->insertBefore(document->createDocumentType(name.c_str(), iType.hasPublicId ? publicId.c_str() : nullptr,
-                                                        iType.hasSystemId ? systemId.c_str() : nullptr),
-                           behind);
+    ioDocument.insertBefore(ioDocument.createDocumentType(name.c_str(), iType.hasPublicId ? publicId.c_str() : nullptr,
+                                                          iType.hasSystemId ? systemId.c_str() : nullptr),
+                            behind);
+}
+
+/** Looks through a text and builds its tree. @p iUnits is the name of its units as an encoding of bytes. */
+template <typename Unit>
+OwnedDocument ReadText(std::basic_string_view<Unit> iText, const XmlEncoding& iEncoding, const XMLCh* iUnits,
+                       const XMLCh* iSystemId) {
+    const XmlLimits limits{DOMParser::kMaxDepth, DOMParser::kMaxAttributes, DOMParser::kMaxNames};
+    const XmlFinding finding = GuardXml(iText, limits);
+    if (finding.error != nullptr) {
+        throw ErrorAt(iText, finding.error, finding.position);
+    }
+    const bool hasDocumentType = finding.documentType.whole.end > 0;
+    std::basic_string<Unit> copy;
+    std::basic_string_view<Unit> text = iText;
+    if (hasDocumentType) {
+        copy = WithoutDocumentType(iText, finding.documentType);
+        text = copy;
+    }
+    const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(Unit));
+    OwnedDocument document = Build(bytes, iUnits, iSystemId);
+    if (hasDocumentType) {
+        AddDocumentType(*document, iText, finding.documentType, iEncoding);
+    }
+    return document;
+}
+
+/** Finds out what the bytes of a source mean, and reads them. */
+OwnedDocument Read(const xercesc::InputSource& iSource) {
+    std::string buffer;
+    std::string_view bytes = BytesOf(iSource, buffer);
+    const XMLCh* given = iSource.getEncoding();
+    const XmlEncoding encoding = DetectXmlEncoding(bytes, given == nullptr ? std::u16string_view() : given);
+    bytes.remove_prefix(encoding.markLength);
+    if (encoding.isAsciiBased) {
+        const std::size_t valid = IsUtf8(encoding) ? FirstInvalidUtf8(bytes) : bytes.size();
+        if (valid < bytes.size()) {
+            throw ErrorAt(bytes, "the text is not in UTF-8", valid);
+        }
+        return ReadText(bytes, encoding, encoding.name.c_str(), iSource.getSystemId());
+    }
+    std::u16string text;
+    if (!DecodeXml(bytes, encoding, text)) {
+        throw ParseError{DOMString("the encoding is not known or the text does not follow it")};
+    }
+    return ReadText(std::u16string_view(text), encoding, xercesc::XMLUni::fgXMLChEncodingString, iSource.getSystemId());
 }
 
 }  // namespace
@@ -164,7 +213,7 @@ void DOMParser::ParseOrExplain(const xercesc::InputSource& iSource) {
         if (BexXMLParser::Initialize() != 0) {
             throw ParseError{DOMString("Xerces-C cannot be started")};
         }
-        Read(iSource);
+        document = DOM_Document::Own(Read(iSource).release());
     } catch (const ParseError& error) {
         Fail(error.text, error.line, error.column);
     } catch (const xercesc::SAXParseException& error) {
@@ -175,53 +224,6 @@ void DOMParser::ParseOrExplain(const xercesc::InputSource& iSource) {
         Fail(DOMString(error.getMessage()), 0, 0);
     } catch (const xercesc::DOMException& error) {
         Fail(DOMString(error.getMessage()), 0, 0);
-    }
-    if (!errorText.isNull()) {
-        document = DOM_Document();
-    }
-}
-
-/** Finds out what the bytes of a source mean, and reads them. */
-void DOMParser::Read(const xercesc::InputSource& iSource) {
-    std::string buffer;
-    std::string_view bytes = BytesOf(iSource, buffer);
-    const XMLCh* given = iSource.getEncoding();
-    const XmlEncoding encoding = DetectXmlEncoding(bytes, given == nullptr ? std::u16string_view() : given);
-    bytes.remove_prefix(encoding.markLength);
-    if (encoding.isAsciiBased) {
-        const std::size_t valid = IsUtf8(encoding) ? FirstInvalidUtf8(bytes) : bytes.size();
-        if (valid < bytes.size()) {
-            throw ErrorAt(bytes, "the text is not in UTF-8", valid);
-        }
-        ReadText(bytes, encoding, encoding.name.c_str(), iSource.getSystemId());
-        return;
-    }
-    std::u16string text;
-    if (!DecodeXml(bytes, encoding, text)) {
-        throw ParseError{DOMString("the encoding is not known or the text does not follow it")};
-    }
-    ReadText(std::u16string_view(text), encoding, xercesc::XMLUni::fgXMLChEncodingString, iSource.getSystemId());
-}
-
-/** Looks through a text and builds its tree. @p iUnits is the name of its units as an encoding of bytes. */
-template <typename Unit>
-void DOMParser::ReadText(std::basic_string_view<Unit> iText, const XmlEncoding& iEncoding, const XMLCh* iUnits,
-                         const XMLCh* iSystemId) {
-    const XmlFinding finding = GuardXml(iText, XmlLimits{kMaxDepth, kMaxAttributes, kMaxNames});
-    if (finding.error != nullptr) {
-        throw ErrorAt(iText, finding.error, finding.position);
-    }
-    const bool hasDocumentType = finding.documentType.whole.end > 0;
-    std::basic_string<Unit> copy;
-    std::basic_string_view<Unit> text = iText;
-    if (hasDocumentType) {
-        copy = WithoutDocumentType(iText, finding.documentType);
-        text = copy;
-    }
-    document = DOM_Document::Own(Build(
-        std::string_view(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(Unit)), iUnits, iSystemId));
-    if (hasDocumentType) {
-        AddDocumentType(document, iText, finding.documentType, iEncoding);
     }
 }
 

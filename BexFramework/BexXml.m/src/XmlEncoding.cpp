@@ -30,10 +30,10 @@ const Signature kSignatures[] = {
     {"\xEF\xBB\xBF"sv, xercesc::XMLUni::fgUTF8EncodingString, true},
     {"\xFE\xFF"sv, xercesc::XMLUni::fgUTF16BEncodingString, true},
     {"\xFF\xFE"sv, xercesc::XMLUni::fgUTF16LEncodingString, true},
-    {"\x00\x00\x00<"sv, xercesc::XMLUni::fgUCS4BEncodingString, false},
-    {"<\x00\x00\x00"sv, xercesc::XMLUni::fgUCS4LEncodingString, false},
-    {"\x00<"sv, xercesc::XMLUni::fgUTF16BEncodingString, false},
-    {"<\x00"sv, xercesc::XMLUni::fgUTF16LEncodingString, false},
+    {"\x00\x00\x00<\x00\x00\x00?"sv, xercesc::XMLUni::fgUCS4BEncodingString, false},
+    {"<\x00\x00\x00?\x00\x00\x00"sv, xercesc::XMLUni::fgUCS4LEncodingString, false},
+    {"\x00<\x00?"sv, xercesc::XMLUni::fgUTF16BEncodingString, false},
+    {"<\x00?\x00"sv, xercesc::XMLUni::fgUTF16LEncodingString, false},
 };
 
 constexpr std::string_view kEbcdicDeclaration("\x4C\x6F\xA7\x94\x93");  // "<?xml"
@@ -130,6 +130,39 @@ std::size_t Utf8CharacterLength(std::string_view iBytes) {
     return isOutside ? 0 : length;
 }
 
+/** Turns the bytes of one text into UTF-16, part by part. */
+class Decoder {
+public:
+    explicit Decoder(const XmlEncoding& iEncoding) {
+        xercesc::XMLTransService::Codes result = xercesc::XMLTransService::Ok;
+        transcoder.reset(xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(
+            iEncoding.name.c_str(), result, kBlock, BexXmlMemory::Instance()));
+    }
+
+    /** Appends what the bytes stand for; false when the encoding is not known or a part of a character is left. */
+    bool Decode(std::string_view iBytes, std::u16string& ioText) {
+        while (transcoder != nullptr && !iBytes.empty()) {
+            XMLSize_t eaten = 0;
+            const XMLSize_t made =
+                transcoder->transcodeFrom(reinterpret_cast<const XMLByte*>(iBytes.data()),
+                                          std::min(iBytes.size(), kBlock), units.data(), kBlock, eaten, sizes.data());
+            if (eaten == 0) {
+                return false;
+            }
+            ioText.append(units, 0, made);
+            iBytes.remove_prefix(eaten);
+        }
+        return transcoder != nullptr;
+    }
+
+private:
+    static constexpr std::size_t kBlock = 16384;  // bytes a call; an encoding gives at most one unit a byte
+
+    std::unique_ptr<xercesc::XMLTranscoder> transcoder;  // null when the encoding is not known
+    std::u16string units = std::u16string(kBlock, u'\0');
+    std::basic_string<unsigned char> sizes = std::basic_string<unsigned char>(kBlock, 0);
+};
+
 }  // namespace
 
 XmlEncoding DetectXmlEncoding(std::string_view iBytes, std::u16string_view iGiven) {
@@ -154,30 +187,19 @@ XmlEncoding DetectXmlEncoding(std::string_view iBytes, std::u16string_view iGive
 }
 
 bool DecodeXml(std::string_view iBytes, const XmlEncoding& iEncoding, std::u16string& oText) {
-    constexpr std::size_t kBlock = 16384;  // bytes a call; an encoding gives at most one unit a byte, rounded up
-    xercesc::XMLTransService::Codes result = xercesc::XMLTransService::Ok;
-    const std::unique_ptr<xercesc::XMLTranscoder> transcoder(
-        xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(iEncoding.name.c_str(), result, kBlock,
-                                                                        BexXmlMemory::Instance()));
-    if (transcoder == nullptr) {
-        return false;
-    }
+    Decoder decoder(iEncoding);
     oText.clear();
     oText.reserve(iBytes.size());
-    std::u16string units(kBlock, u'\0');
-    std::basic_string<unsigned char> sizes(kBlock, 0);
-    while (!iBytes.empty()) {
-        XMLSize_t eaten = 0;
-        const XMLSize_t made =
-            transcoder->transcodeFrom(reinterpret_cast<const XMLByte*>(iBytes.data()), std::min(iBytes.size(), kBlock),
-                                      units.data(), kBlock, eaten, sizes.data());
-        if (eaten == 0) {
-            return false;  // an incomplete character is left
-        }
-        oText.append(units, 0, made);
-        iBytes.remove_prefix(eaten);
+    if (!decoder.Decode(iBytes, oText)) {
+        return false;
     }
-    return true;
+    // A decoder may keep the beginning of a character for later. Then one more character shows it: it comes out
+    // otherwise.
+    constexpr std::string_view kOneMore("\n");
+    std::u16string expected;
+    std::u16string actual;
+    const bool isWhole = Decoder(iEncoding).Decode(kOneMore, expected) == decoder.Decode(kOneMore, actual);
+    return isWhole && expected == actual;
 }
 
 std::size_t FirstInvalidUtf8(std::string_view iBytes) {

@@ -1,0 +1,116 @@
+#ifndef ActivityFields_H
+#define ActivityFields_H
+
+#include <ActivityInfo.h>
+
+#include <map>
+#include <string>
+
+/** The fields of a record by name, for comparing and printing whole records. */
+using ActivityFields = std::map<std::string, std::string>;
+
+/** A text in quotes, or null. */
+inline std::string Shown(const BexUnicodeString& iText) {
+    if (iText.IsNull() != 0) {
+        return "null";
+    }
+    return "\"" + std::string(iText.ConvertToChar(), static_cast<std::size_t>(iText.GetLengthInChar())) + "\"";
+}
+
+/** Texts in brackets, or null. */
+inline std::string Shown(const BexUnicodeString* iTexts, int iCount) {
+    if (iTexts == nullptr) {
+        return "null";
+    }
+    std::string shown = "[";
+    for (int index = 0; index < iCount; ++index) {
+        shown += Shown(iTexts[index]);
+    }
+    return shown + "]";
+}
+
+/** Data fields as {name type extid value}, in brackets, or null. */
+inline std::string Shown(const DataInfo* iDatas, int iCount) {
+    if (iDatas == nullptr) {
+        return "null";
+    }
+    std::string shown = "[";
+    for (int index = 0; index < iCount; ++index) {
+        const DataInfo& data = iDatas[index];
+        shown +=
+            "{" + Shown(data.name) + " " + Shown(data.type) + " " + Shown(data.extid) + " " + Shown(data.value) + "}";
+    }
+    return shown + "]";
+}
+
+/** Every field of a record, its process included. */
+inline ActivityFields FieldsOf(const ActivityInfo& iActivity) {
+    return {
+        {"id", Shown(iActivity.id)},
+        {"name", Shown(iActivity.name)},
+        {"generation", std::to_string(iActivity.generation)},
+        {"abstract", Shown(iActivity.abstract)},
+        {"priority", Shown(iActivity.priority)},
+        {"extid", Shown(iActivity.extid)},
+        {"status", Shown(iActivity.status)},
+        {"duration", std::to_string(iActivity.duration)},
+        {"durationUnit", Shown(iActivity.durationUnit)},
+        {"owner", Shown(iActivity.owner)},
+        {"participant", Shown(iActivity.participant)},
+        {"participantType", Shown(iActivity.participantType)},
+        {"documentation", Shown(iActivity.documentation)},
+        {"process.id", Shown(iActivity.process.id)},
+        {"process.name", Shown(iActivity.process.name)},
+        {"process.context", Shown(iActivity.process.context)},
+        {"process.datas", Shown(iActivity.process.datas, iActivity.process.dataNumber)},
+        {"process.dataNumber", std::to_string(iActivity.process.dataNumber)},
+        {"inputs", Shown(iActivity.inputs, iActivity.inputNumber)},
+        {"inputNumber", std::to_string(iActivity.inputNumber)},
+        {"outputs", Shown(iActivity.outputs, iActivity.outputNumber)},
+        {"outputNumber", std::to_string(iActivity.outputNumber)},
+    };
+}
+
+/** Fields with some of them replaced. */
+inline ActivityFields With(ActivityFields iFields, const ActivityFields& iChanges) {
+    for (const auto& [name, value] : iChanges) {
+        iFields[name] = value;
+    }
+    return iFields;
+}
+
+/** Gives every field of a record a value that nothing else gives it: "old" and the field's name, 11, 22, and lists. */
+inline void FillWithOldValues(ActivityInfo& oActivity) {
+    oActivity.id = "old id";
+    oActivity.name = "old name";
+    oActivity.generation = 11;
+    oActivity.abstract = "old abstract";
+    oActivity.priority = "old priority";
+    oActivity.extid = "old extid";
+    oActivity.status = "old status";
+    oActivity.duration = 22;
+    oActivity.durationUnit = "old durationUnit";
+    oActivity.owner = "old owner";
+    oActivity.participant = "old participant";
+    oActivity.participantType = "old participantType";
+    oActivity.documentation = "old documentation";
+    oActivity.process.id = "old process.id";
+    oActivity.process.name = "old process.name";
+    oActivity.process.context = "old process.context";
+    oActivity.process.SetDataNumber(1);
+    oActivity.process.datas[0].name = "old data";
+    oActivity.SetInputNumber(3);
+    oActivity.inputs[0] = "old input 1";
+    oActivity.inputs[2] = "old input 3";
+    oActivity.SetOutputNumber(1);
+    oActivity.outputs[0] = "old output";
+}
+
+/** The fields of a record that FillWithOldValues() filled. */
+inline ActivityFields OldFields() {
+    ActivityInfo activity;
+    FillWithOldValues(activity);
+    return FieldsOf(activity);
+}
+
+#endif
