@@ -6,6 +6,7 @@
  * The whole value-handle DOM over Xerces-C. Hosts include this header only.
  */
 
+#include "BexTreeBuilder.h"
 #include "DOMParser.h"
 #include "DOMString.h"
 #include "DOM_Attr.h"

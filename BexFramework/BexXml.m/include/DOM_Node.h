@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string_view>
 
 class DOM_Document;
 class DOM_NamedNodeMap;
@@ -60,6 +61,14 @@ public:
     DOMString getNodeName() const;
     /** @return the value of a node that has one, else a null text. */
     DOMString getNodeValue() const;
+    /** @return the name without a copy, valid until the tree changes; empty for a null handle. */
+    std::u16string_view viewNodeName() const {
+        return node == nullptr ? std::u16string_view() : ViewOf(node->getNodeName());
+    }
+    /** @return the value without a copy, valid until the tree changes; empty for a node that has none. */
+    std::u16string_view viewNodeValue() const {
+        return node == nullptr ? std::u16string_view() : ViewOf(node->getNodeValue());
+    }
     /** Sets the value of a node that has one. */
     void setNodeValue(const DOMString& iValue);
     /** @return the node above, or null. */
@@ -121,6 +130,10 @@ protected:
         if (iNode.getNodeType() == iType || iNode.getNodeType() == iOrType) {
             *this = iNode;
         }
+    }
+
+    static std::u16string_view ViewOf(const XMLCh* iText) {
+        return iText == nullptr ? std::u16string_view() : std::u16string_view(iText);
     }
 
     xercesc::DOMNode* node = nullptr;

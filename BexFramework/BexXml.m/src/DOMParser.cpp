@@ -2,13 +2,12 @@
 
 #include "BexMemorySource.h"
 #include "BexXMLParser.h"
-#include "BexXmlMemory.h"
+#include "TreeParser.h"
 #include "XmlEncoding.h"
 #include "XmlGuard.h"
 
 #include <xercesc/dom/DOMDocumentType.hpp>
 #include <xercesc/dom/DOMException.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/EntityResolver.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
@@ -106,11 +105,7 @@ OwnedDocument Build(std::string_view iBytes, const XMLCh* iEncoding, const XMLCh
     source.setEncoding(iEncoding);
     StopAtError errors;
     ResolveToNothing resolver;
-    xercesc::XercesDOMParser parser(nullptr, BexXmlMemory::Instance());
-    parser.useScanner(xercesc::XMLUni::fgWFXMLScanner);
-    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
-    parser.setLoadExternalDTD(false);
-    parser.setDisableDefaultEntityResolution(true);
+    TreeParser parser;
     parser.setEntityResolver(&resolver);
     parser.setErrorHandler(&errors);
     parser.parse(source);

@@ -15,133 +15,160 @@ namespace {
 
 constexpr const char* kCreatedFormat = "%m-%d-%Y-%H:%M:%S";
 
-/** Appends a new element to a node of a document. */
-DOM_Element AddElement(DOM_Node& ioParent, const char16_t* iTagName) {
-    DOM_Document document = ioParent.getOwnerDocument();
-    DOM_Element element = document.createElement(iTagName);
-    ioParent.appendChild(element);
-    return element;
+/** An element that is open while this lives; its attributes are given before what is below it. */
+class Element {
+public:
+    Element(BexTreeBuilder& ioBuilder, const char16_t* iTagName) : builder(ioBuilder) { builder.OpenElement(iTagName); }
+    ~Element() { builder.CloseElement(); }
+    Element(const Element&) = delete;  // an element is closed once
+    Element& operator=(const Element&) = delete;
+
+    void Attribute(const char16_t* iName, const BexUnicodeString& iValue) {
+        builder.AddAttribute(iName, iValue.ConvertToChar());
+    }
+
+private:
+    BexTreeBuilder& builder;
+};
+
+void AddEmptyElement(BexTreeBuilder& ioBuilder, const char16_t* iTagName) {
+    const Element element(ioBuilder, iTagName);
 }
 
-/** Appends an element with one text below it, also when the text is empty. */
-void AddTextElement(DOM_Node& ioParent, const char16_t* iTagName, const BexUnicodeString& iText) {
-    DOM_Element element = AddElement(ioParent, iTagName);
-    DOM_Document document = element.getOwnerDocument();
-    element.appendChild(document.createTextNode(iText.ConvertToChar()));
+/** An element with one text below it, also when the text is empty. */
+void AddTextElement(BexTreeBuilder& ioBuilder, const char16_t* iTagName, const BexUnicodeString& iText) {
+    const Element element(ioBuilder, iTagName);
+    ioBuilder.AddText(iText.ConvertToChar());
 }
 
-void AddExtendedAttribute(DOM_Node& ioAttributes, const char16_t* iName, const BexUnicodeString& iValue) {
-    DOM_Element attribute = AddElement(ioAttributes, Xpdl::kExtendedAttribute);
-    attribute.setAttribute(Xpdl::kName, iName);
-    attribute.setAttribute(Xpdl::kValue, iValue.ConvertToChar());
-}
-
-void AddPackageHeader(DOM_Node& ioPackage) {
-    DOM_Element header = AddElement(ioPackage, Xpdl::kPackageHeader);
-    AddTextElement(header, Xpdl::kXpdlVersion, Xpdl::kVersion);
-    AddTextElement(header, Xpdl::kVendor, BexUnicodeString(Xpdl::kVendorPrefix) + Xpdl::kProtocolLevel);
-    AddTextElement(header, Xpdl::kCreated, BexTime().ConvertToString(kCreatedFormat));
-}
-
-void AddParticipants(const ActivityInfo& iActivity, DOM_Node& ioPackage) {
-    DOM_Element participants = AddElement(ioPackage, Xpdl::kParticipants);
-    DOM_Element participant = AddElement(participants, Xpdl::kParticipant);
-    participant.setAttribute(Xpdl::kId, iActivity.participant.ConvertToChar());
-    DOM_Element type = AddElement(participant, Xpdl::kParticipantType);
-    type.setAttribute(Xpdl::kType, iActivity.participantType.ConvertToChar());
-}
-
-void AddDataField(const DataInfo& iData, DOM_Node& ioFields) {
-    DOM_Element field = AddElement(ioFields, Xpdl::kDataField);
-    field.setAttribute(Xpdl::kId, iData.name.ConvertToChar());
-    DOM_Element dataType = AddElement(field, Xpdl::kDataType);
-    DOM_Element declaredType = AddElement(dataType, Xpdl::kDeclaredType);
-    declaredType.setAttribute(Xpdl::kId, iData.type.ConvertToChar());
-    if (iData.value.IsNull() != 0) {
-        AddElement(field, Xpdl::kInitialValue);
+/** An element that is there in any case, with a text below it only when there is one. */
+void AddOptionalText(BexTreeBuilder& ioBuilder, const char16_t* iTagName, const BexUnicodeString& iText) {
+    if (iText.IsNull() != 0) {
+        AddEmptyElement(ioBuilder, iTagName);
     } else {
-        AddTextElement(field, Xpdl::kInitialValue, iData.value);
+        AddTextElement(ioBuilder, iTagName, iText);
     }
-    DOM_Element attributes = AddElement(field, Xpdl::kExtendedAttributes);
-    AddExtendedAttribute(attributes, Xpdl::kExternId, iData.extid);
 }
 
-void AddDataFields(const ProcessInfo& iProcess, DOM_Node& ioParent) {
-    DOM_Element fields = AddElement(ioParent, Xpdl::kDataFields);
+/** An element that is only there when there is a text. */
+void AddOptionalElement(BexTreeBuilder& ioBuilder, const char16_t* iTagName, const BexUnicodeString& iText) {
+    if (iText.IsNull() == 0) {
+        AddTextElement(ioBuilder, iTagName, iText);
+    }
+}
+
+void AddExtendedAttribute(BexTreeBuilder& ioBuilder, const char16_t* iName, const BexUnicodeString& iValue) {
+    const Element attribute(ioBuilder, Xpdl::kExtendedAttribute);
+    ioBuilder.AddAttribute(Xpdl::kName, iName);
+    ioBuilder.AddAttribute(Xpdl::kValue, iValue.ConvertToChar());
+}
+
+void AddPackageHeader(BexTreeBuilder& ioBuilder) {
+    const Element header(ioBuilder, Xpdl::kPackageHeader);
+    AddTextElement(ioBuilder, Xpdl::kXpdlVersion, Xpdl::kVersion);
+    AddTextElement(ioBuilder, Xpdl::kVendor, BexUnicodeString(Xpdl::kVendorPrefix) + Xpdl::kProtocolLevel);
+    AddTextElement(ioBuilder, Xpdl::kCreated, BexTime().ConvertToString(kCreatedFormat));
+}
+
+void AddParticipants(const ActivityInfo& iActivity, BexTreeBuilder& ioBuilder) {
+    const Element participants(ioBuilder, Xpdl::kParticipants);
+    Element participant(ioBuilder, Xpdl::kParticipant);
+    participant.Attribute(Xpdl::kId, iActivity.participant);
+    Element type(ioBuilder, Xpdl::kParticipantType);
+    type.Attribute(Xpdl::kType, iActivity.participantType);
+}
+
+void AddDataType(const DataInfo& iData, BexTreeBuilder& ioBuilder) {
+    const Element dataType(ioBuilder, Xpdl::kDataType);
+    Element declaredType(ioBuilder, Xpdl::kDeclaredType);
+    declaredType.Attribute(Xpdl::kId, iData.type);
+}
+
+void AddDataField(const DataInfo& iData, BexTreeBuilder& ioBuilder) {
+    Element field(ioBuilder, Xpdl::kDataField);
+    field.Attribute(Xpdl::kId, iData.name);
+    AddDataType(iData, ioBuilder);
+    AddOptionalText(ioBuilder, Xpdl::kInitialValue, iData.value);
+    const Element attributes(ioBuilder, Xpdl::kExtendedAttributes);
+    AddExtendedAttribute(ioBuilder, Xpdl::kExternId, iData.extid);
+}
+
+void AddDataFields(const ProcessInfo& iProcess, BexTreeBuilder& ioBuilder) {
+    const Element fields(ioBuilder, Xpdl::kDataFields);
     for (int i = 0; i < iProcess.dataNumber; ++i) {
-        AddDataField(iProcess.datas[i], fields);
+        AddDataField(iProcess.datas[i], ioBuilder);
     }
 }
 
-void AddSimulationInformation(const ActivityInfo& iActivity, DOM_Node& ioElement) {
-    DOM_Element simulation = AddElement(ioElement, Xpdl::kSimulationInformation);
-    AddElement(simulation, Xpdl::kCost);
-    DOM_Element estimation = AddElement(simulation, Xpdl::kTimeEstimation);
+void AddImplementation(BexTreeBuilder& ioBuilder) {
+    const Element implementation(ioBuilder, Xpdl::kImplementation);
+    AddEmptyElement(ioBuilder, Xpdl::kNo);
+}
+
+void AddSimulationInformation(const ActivityInfo& iActivity, BexTreeBuilder& ioBuilder) {
+    const Element simulation(ioBuilder, Xpdl::kSimulationInformation);
+    AddEmptyElement(ioBuilder, Xpdl::kCost);
+    const Element estimation(ioBuilder, Xpdl::kTimeEstimation);
     BexUnicodeString duration;
     duration.BuildFromNum(iActivity.duration, "%ld");
-    AddTextElement(estimation, Xpdl::kDuration, duration);
+    AddTextElement(ioBuilder, Xpdl::kDuration, duration);
 }
 
-void AddActivityAttributes(const ActivityInfo& iActivity, DOM_Node& ioElement) {
-    DOM_Element attributes = AddElement(ioElement, Xpdl::kExtendedAttributes);
+void AddActivityAttributes(const ActivityInfo& iActivity, BexTreeBuilder& ioBuilder) {
+    const Element attributes(ioBuilder, Xpdl::kExtendedAttributes);
     for (int i = 0; i < iActivity.inputNumber; ++i) {
-        AddExtendedAttribute(attributes, Xpdl::kIn, iActivity.inputs[i]);
+        AddExtendedAttribute(ioBuilder, Xpdl::kIn, iActivity.inputs[i]);
     }
     for (int i = 0; i < iActivity.outputNumber; ++i) {
-        AddExtendedAttribute(attributes, Xpdl::kOut, iActivity.outputs[i]);
+        AddExtendedAttribute(ioBuilder, Xpdl::kOut, iActivity.outputs[i]);
     }
-    AddExtendedAttribute(attributes, Xpdl::kStatus, iActivity.status);
-    AddExtendedAttribute(attributes, Xpdl::kExternId, iActivity.extid);
+    AddExtendedAttribute(ioBuilder, Xpdl::kStatus, iActivity.status);
+    AddExtendedAttribute(ioBuilder, Xpdl::kExternId, iActivity.extid);
     BexUnicodeString generation;
     generation.BuildFromNum(iActivity.generation, "%d");
-    AddExtendedAttribute(attributes, Xpdl::kGeneration, generation);
+    AddExtendedAttribute(ioBuilder, Xpdl::kGeneration, generation);
 }
 
-void AddActivity(const ActivityInfo& iActivity, DOM_Node& ioParent) {
-    DOM_Element activities = AddElement(ioParent, Xpdl::kActivities);
-    DOM_Element element = AddElement(activities, Xpdl::kActivity);
-    element.setAttribute(Xpdl::kId, iActivity.id.ConvertToChar());
-    element.setAttribute(Xpdl::kName, iActivity.name.ConvertToChar());
-    if (iActivity.abstract.IsNull() != 0) {
-        AddElement(element, Xpdl::kDescription);
-    } else {
-        AddTextElement(element, Xpdl::kDescription, iActivity.abstract);
-    }
-    DOM_Element implementation = AddElement(element, Xpdl::kImplementation);
-    AddElement(implementation, Xpdl::kNo);
-    if (iActivity.owner.IsNull() == 0) {
-        AddTextElement(element, Xpdl::kPerformer, iActivity.owner);
-    }
-    AddTextElement(element, Xpdl::kPriority, iActivity.priority);
-    AddSimulationInformation(iActivity, element);
-    if (iActivity.documentation.IsNull() == 0) {
-        AddTextElement(element, Xpdl::kDocumentation, iActivity.documentation);
-    }
-    AddActivityAttributes(iActivity, element);
+void AddActivity(const ActivityInfo& iActivity, BexTreeBuilder& ioBuilder) {
+    const Element activities(ioBuilder, Xpdl::kActivities);
+    Element element(ioBuilder, Xpdl::kActivity);
+    element.Attribute(Xpdl::kId, iActivity.id);
+    element.Attribute(Xpdl::kName, iActivity.name);
+    AddOptionalText(ioBuilder, Xpdl::kDescription, iActivity.abstract);
+    AddImplementation(ioBuilder);
+    AddOptionalElement(ioBuilder, Xpdl::kPerformer, iActivity.owner);
+    AddTextElement(ioBuilder, Xpdl::kPriority, iActivity.priority);
+    AddSimulationInformation(iActivity, ioBuilder);
+    AddOptionalElement(ioBuilder, Xpdl::kDocumentation, iActivity.documentation);
+    AddActivityAttributes(iActivity, ioBuilder);
 }
 
-void AddWorkflowProcess(const ActivityInfo& iActivity, DOM_Node& ioPackage) {
-    DOM_Element processes = AddElement(ioPackage, Xpdl::kWorkflowProcesses);
-    DOM_Element process = AddElement(processes, Xpdl::kWorkflowProcess);
-    process.setAttribute(Xpdl::kId, iActivity.process.id.ConvertToChar());
-    process.setAttribute(Xpdl::kName, iActivity.process.name.ConvertToChar());
-    DOM_Element header = AddElement(process, Xpdl::kProcessHeader);
-    header.setAttribute(Xpdl::kDurationUnit, iActivity.durationUnit.ConvertToChar());
-    AddDataFields(iActivity.process, process);
-    AddActivity(iActivity, process);
-    DOM_Element attributes = AddElement(process, Xpdl::kExtendedAttributes);
-    AddExtendedAttribute(attributes, Xpdl::kContext, iActivity.process.context);
+void AddProcessHeader(const ActivityInfo& iActivity, BexTreeBuilder& ioBuilder) {
+    Element header(ioBuilder, Xpdl::kProcessHeader);
+    header.Attribute(Xpdl::kDurationUnit, iActivity.durationUnit);
+}
+
+void AddWorkflowProcess(const ActivityInfo& iActivity, BexTreeBuilder& ioBuilder) {
+    const Element processes(ioBuilder, Xpdl::kWorkflowProcesses);
+    Element process(ioBuilder, Xpdl::kWorkflowProcess);
+    process.Attribute(Xpdl::kId, iActivity.process.id);
+    process.Attribute(Xpdl::kName, iActivity.process.name);
+    AddProcessHeader(iActivity, ioBuilder);
+    AddDataFields(iActivity.process, ioBuilder);
+    AddActivity(iActivity, ioBuilder);
+    const Element attributes(ioBuilder, Xpdl::kExtendedAttributes);
+    AddExtendedAttribute(ioBuilder, Xpdl::kContext, iActivity.process.context);
 }
 
 void CreatePackageNode(const ActivityInfo& iActivity, DOM_Document& ioDocument) {
-    DOM_Element package = ioDocument.createElement(Xpdl::kPackage);
-    ioDocument.appendChild(package);
-    package.setAttribute(Xpdl::kNamespaceDeclaration, Xpdl::kNamespace);
-    package.setAttribute(Xpdl::kId, Xpdl::kPackageId);
-    package.setAttribute(Xpdl::kName, Xpdl::kPackageName);
-    AddPackageHeader(package);
-    AddParticipants(iActivity, package);
-    AddWorkflowProcess(iActivity, package);
+    BexTreeBuilder builder(ioDocument);
+    Element package(builder, Xpdl::kPackage);
+    package.Attribute(Xpdl::kNamespaceDeclaration, Xpdl::kNamespace);
+    package.Attribute(Xpdl::kId, Xpdl::kPackageId);
+    package.Attribute(Xpdl::kName, Xpdl::kPackageName);
+    AddPackageHeader(builder);
+    AddParticipants(iActivity, builder);
+    AddWorkflowProcess(iActivity, builder);
 }
 
 /**

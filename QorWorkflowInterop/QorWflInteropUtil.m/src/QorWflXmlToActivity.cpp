@@ -8,6 +8,8 @@
 #include <BexQorTraceStep.h>
 #include <BexXMLParser.h>
 
+#include <xercesc/dom/DOMNamedNodeMap.hpp>
+
 #include <iostream>
 #include <memory>
 #include <string_view>
@@ -24,46 +26,53 @@ void Report(const char* iFailure) {
     std::cerr << iFailure << std::endl;
 }
 
-BexUnicodeString DsToUs(const DOMString& iText) {
-    const std::unique_ptr<char[]> narrow(iText.transcode());
-    return BexUnicodeString(narrow.get());
+/** The 8-bit form of a text of the tree, as the framework's string. */
+BexUnicodeString DsToUs(std::u16string_view iText) {
+    BexUnicodeString text(iText.data(), static_cast<int>(iText.size()));
+    return text.IsWide() ? BexUnicodeString(text.ConvertToChar()) : text;
 }
+
+// Nodes and texts are handed about without a share in the document, which outlives the reading.
 
 /** The first child element of that exact name, or the next one behind @p iAfter; null, and traced, when there is none.
  */
-DOM_Node SearchSubElement(const DOM_Node& iParent, const DOMString& iTagName, const DOM_Node& iAfter,
+DOM_Node SearchSubElement(const DOM_Node& iParent, std::u16string_view iTagName, const DOM_Node& iAfter,
                           BexQorTraceStep& ioStep) {
-    DOM_Node child = iAfter.isNull() ? iParent.getFirstChild() : iAfter.getNextSibling();
-    while (child != nullptr) {
-        if (child.getNodeType() == DOM_Node::ELEMENT_NODE && child.getNodeName().equals(iTagName)) {
-            return child;
-        }
-        child = child.getNextSibling();
+    xercesc::DOMNode* child = nullptr;
+    if (!iAfter.isNull()) {
+        child = iAfter.getNative()->getNextSibling();
+    } else if (!iParent.isNull()) {
+        child = iParent.getNative()->getFirstChild();
     }
-    ioStep << iTagName.view() << " child not found" << std::endl;
+    while (child != nullptr) {
+        if (child->getNodeType() == xercesc::DOMNode::ELEMENT_NODE && child->getNodeName() == iTagName) {
+            return DOM_Node(child);
+        }
+        child = child->getNextSibling();
+    }
+    ioStep << iTagName << " child not found" << std::endl;
     return DOM_Node();
 }
 
 /** The first text below an element, empty when there is none. */
-DOMString GetText(const DOM_Node& iNode) {
-    for (DOM_Node child = iNode.getFirstChild(); child != nullptr; child = child.getNextSibling()) {
-        if (child.getNodeType() == DOM_Node::TEXT_NODE) {
-            return child.getNodeValue();
-        }
+std::u16string_view GetText(const DOM_Node& iNode) {
+    xercesc::DOMNode* child = iNode.getNative()->getFirstChild();
+    while (child != nullptr && child->getNodeType() != xercesc::DOMNode::TEXT_NODE) {
+        child = child->getNextSibling();
     }
-    return DOMString("");
+    return DOM_Node(child).viewNodeValue();
 }
 
 /** An attribute's value, empty when it is absent. */
-DOMString GetAttribute(const DOM_Node& iNode, const DOMString& iName, BexQorTraceStep& ioStep) {
-    const DOM_Node attribute = iNode.getAttributes().getNamedItem(iName);
+std::u16string_view GetAttribute(const DOM_Node& iNode, const char16_t* iName, BexQorTraceStep& ioStep) {
+    const DOM_Node attribute(iNode.getNative()->getAttributes()->getNamedItem(iName));
     if (attribute.isNull()) {
-        ioStep << "Attribute [" << iName.view() << "] NOT found" << std::endl;
-        return DOMString("");
+        ioStep << "Attribute [" << std::u16string_view(iName) << "] NOT found" << std::endl;
+        return std::u16string_view();
     }
-    DOMString value = attribute.getNodeValue();
-    ioStep << "Attribute [" << iName.view() << "] found" << std::endl;
-    ioStep << "Value=[" << value.view() << "]" << std::endl;
+    const std::u16string_view value = attribute.viewNodeValue();
+    ioStep << "Attribute [" << std::u16string_view(iName) << "] found" << std::endl;
+    ioStep << "Value=[" << value << "]" << std::endl;
     return value;
 }
 
@@ -100,10 +109,9 @@ public:
     /** Calls @p iTake with each child element of a name, until it gives false. */
     template <typename Take>
     void ForEach(const DOM_Node& iParent, const char16_t* iTagName, Take iTake) {
-        const DOMString tagName(iTagName);
-        DOM_Node child = SearchSubElement(iParent, tagName, DOM_Node(), step);
+        DOM_Node child = SearchSubElement(iParent, iTagName, DOM_Node(), step);
         while (child != nullptr && iTake(child)) {
-            child = SearchSubElement(iParent, tagName, child, step);
+            child = SearchSubElement(iParent, iTagName, child, step);
         }
     }
 
@@ -152,7 +160,7 @@ void ReadDataField(ReadingStep& ioReading, const DOM_Node& iField, DataInfo& oDa
         return;
     }
     ioReading.ForEach(attributes, Xpdl::kExtendedAttribute, [&](const DOM_Node& iAttribute) {
-        if (!GetAttribute(iAttribute, Xpdl::kName, ioReading.Trace()).equals(Xpdl::kExternId)) {
+        if (GetAttribute(iAttribute, Xpdl::kName, ioReading.Trace()) != Xpdl::kExternId) {
             return true;
         }
         ioReading.TakeAttribute(iAttribute, Xpdl::kValue, oData.extid);
@@ -183,16 +191,16 @@ void ReadActivityAttributes(ReadingStep& ioReading, const DOM_Node& iAttributes,
     int inputs = 0;
     int outputs = 0;
     ioReading.ForEach(iAttributes, Xpdl::kExtendedAttribute, [&](const DOM_Node& iAttribute) {
-        const DOMString name = GetAttribute(iAttribute, Xpdl::kName, ioReading.Trace());
-        if (name.equals(Xpdl::kIn)) {
+        const std::u16string_view name = GetAttribute(iAttribute, Xpdl::kName, ioReading.Trace());
+        if (name == Xpdl::kIn) {
             ++inputs;
-        } else if (name.equals(Xpdl::kOut)) {
+        } else if (name == Xpdl::kOut) {
             ++outputs;
-        } else if (name.equals(Xpdl::kStatus)) {
+        } else if (name == Xpdl::kStatus) {
             ioReading.TakeAttribute(iAttribute, Xpdl::kValue, oActivity.status);
-        } else if (name.equals(Xpdl::kExternId)) {
+        } else if (name == Xpdl::kExternId) {
             ioReading.TakeAttribute(iAttribute, Xpdl::kValue, oActivity.extid);
-        } else if (name.equals(Xpdl::kGeneration)) {
+        } else if (name == Xpdl::kGeneration) {
             DsToUs(GetAttribute(iAttribute, Xpdl::kValue, ioReading.Trace())).ConvertToNum(&oActivity.generation, "%d");
         }
         return true;
@@ -206,10 +214,10 @@ void ReadInputsAndOutputs(ReadingStep& ioReading, const DOM_Node& iAttributes, A
     int input = 0;
     int output = 0;
     ioReading.ForEach(iAttributes, Xpdl::kExtendedAttribute, [&](const DOM_Node& iAttribute) {
-        const DOMString name = GetAttribute(iAttribute, Xpdl::kName, ioReading.Trace());
-        if (name.equals(Xpdl::kIn)) {
+        const std::u16string_view name = GetAttribute(iAttribute, Xpdl::kName, ioReading.Trace());
+        if (name == Xpdl::kIn) {
             ioReading.TakeAttribute(iAttribute, Xpdl::kValue, oActivity.inputs[input++]);
-        } else if (name.equals(Xpdl::kOut)) {
+        } else if (name == Xpdl::kOut) {
             ioReading.TakeAttribute(iAttribute, Xpdl::kValue, oActivity.outputs[output++]);
         }
         return true;
@@ -284,7 +292,7 @@ void ReadContext(ReadingStep& ioReading, const DOM_Node& iProcess, BexUnicodeStr
         return;
     }
     ioReading.ForEach(attributes, Xpdl::kExtendedAttribute, [&](const DOM_Node& iAttribute) {
-        if (GetAttribute(iAttribute, Xpdl::kName, ioReading.Trace()).equals(Xpdl::kContext)) {
+        if (GetAttribute(iAttribute, Xpdl::kName, ioReading.Trace()) == Xpdl::kContext) {
             ioReading.TakeAttribute(iAttribute, Xpdl::kValue, oContext);
         }
         return true;
@@ -298,7 +306,7 @@ int ReadPackage(const DOM_Document& iDocument, ActivityInfo& oActivity) {
         Report("getDocumentElement failed");
         return kFailure;
     }
-    reading.Trace() << "Package tag is <" << package.getTagName().view() << ">" << std::endl;
+    reading.Trace() << "Package tag is <" << package.viewNodeName() << ">" << std::endl;
     const DOM_Node header = reading.Required(package, Xpdl::kPackageHeader);
     const DOM_Node vendor = reading.Required(header, Xpdl::kVendor);
     if (!reading.Failed()) {

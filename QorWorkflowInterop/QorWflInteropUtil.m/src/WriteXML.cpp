@@ -5,7 +5,9 @@
 #include <xercesc/dom/DOMNode.hpp>
 
 #include <algorithm>
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -13,11 +15,19 @@ using xercesc::DOMNode;
 
 constexpr std::u16string_view kDeclaration(u"<?xml version='1.0' encoding='ISO-8859-1' ?>\n");
 
+/** Whether a code unit is written as an entity reference. */
+bool IsMarkup(char16_t iUnit) {
+    constexpr std::uint64_t kMarkup = (std::uint64_t{1} << u'&') | (std::uint64_t{1} << u'<') |
+                                      (std::uint64_t{1} << u'>') | (std::uint64_t{1} << u'"');
+    return iUnit < 64 && ((kMarkup >> iUnit) & 1U) != 0;
+}
+
 /** Appends text with markup characters as entity references. */
 void outputContent(const XMLCh* iText, DOMString& out) {
     std::u16string_view in = iText == nullptr ? std::u16string_view() : std::u16string_view(iText);
     while (!in.empty()) {
-        const std::size_t plain = std::min(in.find_first_of(u"&<>\""), in.size());
+        const auto markup = std::find_if(in.begin(), in.end(), IsMarkup);
+        const auto plain = static_cast<std::size_t>(markup - in.begin());
         out.appendData(in.substr(0, plain));
         if (plain == in.size()) {
             return;
@@ -103,14 +113,18 @@ bool HasWrittenChildren(const DOMNode& iNode) {
     }
 }
 
-/** Writes what stands behind the nodes below, and behind a node of the document itself. */
-void Close(const DOMNode& iNode, bool iIsRoot, DOMString& out) {
-    if (iNode.getNodeType() == DOMNode::ELEMENT_NODE && iNode.getFirstChild() != nullptr) {
+/** Writes what stands behind the nodes below. */
+void Close(const DOMNode& iNode, DOMString& out) {
+    if (iNode.getNodeType() == DOMNode::ELEMENT_NODE) {
         out.appendData(u"</");
         out.appendData(iNode.getNodeName());
         out.appendData(u">");
     }
-    if (!iIsRoot && iNode.getParentNode()->getNodeType() == DOMNode::DOCUMENT_NODE) {
+}
+
+/** Writes what stands behind a node and before the next one: a line feed between those of the document itself. */
+void Separate(const DOMNode& iParent, DOMString& out) {
+    if (iParent.getNodeType() == DOMNode::DOCUMENT_NODE) {
         out.appendData(u"\n");
     }
 }
@@ -135,20 +149,27 @@ int WriteXML(DOM_Node& node, DOMString& out) {
     if (ReplacesText(node.getNodeType())) {
         out.clear();
     }
-    const DOMNode* root = node.getNative();
-    const DOMNode* at = root;
+    // Kept here and not on the stack of calls, whatever the depth; Xerces-C takes long to tell a node's parent.
+    std::vector<const DOMNode*> open;
+    const DOMNode* at = node.getNative();
     while (at != nullptr) {
         Open(*at, out);
         if (HasWrittenChildren(*at)) {
+            open.push_back(at);
             at = at->getFirstChild();
             continue;
         }
-        Close(*at, at == root, out);
-        while (at != root && at->getNextSibling() == nullptr) {
-            at = at->getParentNode();
-            Close(*at, at == root, out);
+        const DOMNode* next = nullptr;
+        while (next == nullptr && !open.empty()) {
+            Separate(*open.back(), out);
+            next = at->getNextSibling();
+            if (next == nullptr) {
+                at = open.back();
+                open.pop_back();
+                Close(*at, out);
+            }
         }
-        at = at == root ? nullptr : at->getNextSibling();
+        at = next;
     }
     return 0;
 }
