@@ -66,9 +66,7 @@ public:
         return node == nullptr ? std::u16string_view() : ViewOf(node->getNodeName());
     }
     /** @return the value without a copy, valid until the tree changes; empty for a node that has none. */
-    std::u16string_view viewNodeValue() const {
-        return node == nullptr ? std::u16string_view() : ViewOf(node->getNodeValue());
-    }
+    std::u16string_view viewNodeValue() const;
     /** Sets the value of a node that has one. */
     void setNodeValue(const DOMString& iValue);
     /** @return the node above, or null. */

@@ -2,6 +2,7 @@
 
 #include "BexMemorySource.h"
 #include "BexXMLParser.h"
+#include "ParseArena.h"
 #include "TreeParser.h"
 #include "XmlEncoding.h"
 #include "XmlGuard.h"
@@ -33,6 +34,21 @@ struct ReleaseDocument {
     void operator()(xercesc::DOMDocument* iDocument) const { iDocument->release(); }
 };
 using OwnedDocument = std::unique_ptr<xercesc::DOMDocument, ReleaseDocument>;
+
+/** What the exception in flight says, when it is one of Xerces-C's; lets any other go on. */
+ParseError Explain() {
+    try {
+        throw;
+    } catch (const xercesc::SAXParseException& error) {
+        return {DOMString(error.getMessage()), error.getLineNumber(), error.getColumnNumber()};
+    } catch (const xercesc::SAXException& error) {
+        return {DOMString(error.getMessage())};
+    } catch (const xercesc::XMLException& error) {
+        return {DOMString(error.getMessage())};
+    } catch (const xercesc::DOMException& error) {
+        return {DOMString(error.getMessage())};
+    }
+}
 
 /** Ends the parsing at the first error. */
 class StopAtError : public xercesc::ErrorHandler {
@@ -105,11 +121,16 @@ OwnedDocument Build(std::string_view iBytes, const XMLCh* iEncoding, const XMLCh
     source.setEncoding(iEncoding);
     StopAtError errors;
     ResolveToNothing resolver;
-    TreeParser parser;
+    ParseArena memory;
+    TreeParser parser(memory);
     parser.setEntityResolver(&resolver);
     parser.setErrorHandler(&errors);
-    parser.parse(source);
-    return OwnedDocument(parser.adoptDocument());
+    try {
+        parser.parse(source);
+    } catch (...) {
+        throw Explain();  // here, because what Xerces-C throws is in the memory of this call
+    }
+    return OwnedDocument(parser.TakeDocument());
 }
 
 /** Part of a text in UTF-16, whatever the text is in. */
@@ -211,14 +232,9 @@ void DOMParser::ParseOrExplain(const xercesc::InputSource& iSource) {
         document = DOM_Document::Own(Read(iSource).release());
     } catch (const ParseError& error) {
         Fail(error.text, error.line, error.column);
-    } catch (const xercesc::SAXParseException& error) {
-        Fail(DOMString(error.getMessage()), error.getLineNumber(), error.getColumnNumber());
-    } catch (const xercesc::SAXException& error) {
-        Fail(DOMString(error.getMessage()), 0, 0);
-    } catch (const xercesc::XMLException& error) {
-        Fail(DOMString(error.getMessage()), 0, 0);
-    } catch (const xercesc::DOMException& error) {
-        Fail(DOMString(error.getMessage()), 0, 0);
+    } catch (...) {
+        const ParseError error = Explain();
+        Fail(error.text, error.line, error.column);
     }
 }
 

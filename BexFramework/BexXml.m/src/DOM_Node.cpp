@@ -15,6 +15,21 @@ DOMString DOM_Node::getNodeValue() const {
     return node == nullptr ? DOMString() : DOMString(node->getNodeValue());
 }
 
+std::u16string_view DOM_Node::viewNodeValue() const {
+    if (node == nullptr) {
+        return std::u16string_view();
+    }
+    if (node->getNodeType() == xercesc::DOMNode::ATTRIBUTE_NODE) {
+        // the value of nearly every attribute is one text, which Xerces-C itself takes long to find out
+        const xercesc::DOMNode* text = node->getFirstChild();
+        if (text != nullptr && text->getNodeType() == xercesc::DOMNode::TEXT_NODE &&
+            text->getNextSibling() == nullptr) {
+            return ViewOf(text->getNodeValue());
+        }
+    }
+    return ViewOf(node->getNodeValue());
+}
+
 void DOM_Node::setNodeValue(const DOMString& iValue) {
     if (node != nullptr) {
         node->setNodeValue(iValue.rawBuffer());

@@ -2,23 +2,46 @@
 
 #include "BexXmlMemory.h"
 
+#include <xercesc/dom/DOMImplementation.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include <string_view>
+#include <utility>
 
-TreeParser::TreeParser() : XercesDOMParser(nullptr, BexXmlMemory::Instance()) {
+TreeParser::TreeParser(xercesc::MemoryManager& ioMemory) : XercesDOMParser(nullptr, &ioMemory) {
     useScanner(xercesc::XMLUni::fgWFXMLScanner);
     setValidationScheme(Val_Never);
     setLoadExternalDTD(false);
     setDisableDefaultEntityResolution(true);
 }
 
+TreeParser::~TreeParser() {
+    if (document != nullptr) {
+        document->release();
+    }
+}
+
+xercesc::DOMDocument* TreeParser::TakeDocument() {
+    return std::exchange(document, nullptr);
+}
+
 void TreeParser::startDocument() {
-    XercesDOMParser::startDocument();  // makes the document
-    nodes = TreeNodes::Fastest(*getDocument());
+    document = xercesc::DOMImplementation::getImplementation()->createDocument(BexXmlMemory::Instance());
+    document->setStrictErrorChecking(false);
+    nodes = TreeNodes::Fastest(*document);
+}
+
+void TreeParser::endDocument() {
+    document->setStrictErrorChecking(true);
+}
+
+void TreeParser::XMLDecl(const XMLCh* const iVersion, const XMLCh* const /*iEncoding*/, const XMLCh* const iStandalone,
+                         const XMLCh* const /*iActualEncoding*/) {
+    document->setXmlVersion(iVersion);
+    document->setXmlStandalone(iStandalone != nullptr && iStandalone == std::u16string_view(u"yes"));
 }
 
 void TreeParser::startElement(const xercesc::XMLElementDecl& iDeclaration, const unsigned int /*iUriId*/,

@@ -14,9 +14,17 @@
  */
 class TreeParser : public xercesc::XercesDOMParser {
 public:
-    TreeParser();
+    /** @param ioMemory for what the parser itself keeps; outlives it */
+    explicit TreeParser(xercesc::MemoryManager& ioMemory);
+    ~TreeParser() override;
+
+    /** @return the tree that was read, the caller's to release. */
+    [[nodiscard]] xercesc::DOMDocument* TakeDocument();
 
     void startDocument() override;
+    void endDocument() override;
+    void XMLDecl(const XMLCh* const iVersion, const XMLCh* const iEncoding, const XMLCh* const iStandalone,
+                 const XMLCh* const iActualEncoding) override;
     void startElement(const xercesc::XMLElementDecl& iDeclaration, const unsigned int iUriId,
                       const XMLCh* const iPrefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& iAttributes,
                       const XMLSize_t iCount, const bool iIsEmpty, const bool iIsRoot) override;
@@ -27,6 +35,7 @@ public:
     void docPI(const XMLCh* const iTarget, const XMLCh* const iData) override;
 
 private:
+    xercesc::DOMDocument* document = nullptr;  // owned; not the parser's own, whose memory goes with it
     std::unique_ptr<TreeNodes> nodes;
     std::size_t depth = 0;  // elements open
 };

@@ -18,14 +18,23 @@ public:
 
     /** @return false when the name is new and one too many. */
     bool Add(Name iName) {
+        if (iName.empty()) {
+            return true;  // not well-formed
+        }
+        Name& recent = recentNames[RecentSlotOf(iName)];
+        if (recent == iName) {
+            return true;
+        }
+        recent = iName;
         if (count * 2 >= slots.size()) {
             Grow();
         }
-        Slot& slot = slots[SlotOf(slots, iName, HashOf(iName))];
+        const std::uint64_t hash = KeyedHash(iName.data(), iName.size() * sizeof(Unit));
+        Slot& slot = slots[SlotOf(slots, iName, hash)];
         if (slot.name.data() != nullptr) {
             return true;
         }
-        slot = {HashOf(iName), iName};
+        slot = {hash, iName};
         return ++count <= most;
     }
 
@@ -35,7 +44,11 @@ private:
         Name name;  // no data while the slot is free
     };
 
-    static std::uint64_t HashOf(Name iName) { return KeyedHash(iName.data(), iName.size() * sizeof(Unit)); }
+    static constexpr std::size_t kRecent = 64;
+
+    static std::size_t RecentSlotOf(Name iName) {
+        return (iName.size() * 8 + iName.front() + iName.back() * 4U) % kRecent;
+    }
 
     static std::size_t SlotOf(const std::vector<Slot>& iSlots, Name iName, std::uint64_t iHash) {
         const std::size_t mask = iSlots.size() - 1;
@@ -58,7 +71,8 @@ private:
 
     std::size_t most;
     std::size_t count = 0;
-    std::vector<Slot> slots;  // a power of two of them
+    std::vector<Slot> slots;    // a power of two of them
+    Name recentNames[kRecent];  // some that were added, found without the hash
 };
 
 template <typename Unit>

@@ -23,8 +23,7 @@ bool IsMarkup(char16_t iUnit) {
 }
 
 /** Appends text with markup characters as entity references. */
-void outputContent(const XMLCh* iText, DOMString& out) {
-    std::u16string_view in = iText == nullptr ? std::u16string_view() : std::u16string_view(iText);
+void outputContent(std::u16string_view in, DOMString& out) {
     while (!in.empty()) {
         const auto markup = std::find_if(in.begin(), in.end(), IsMarkup);
         const auto plain = static_cast<std::size_t>(markup - in.begin());
@@ -57,11 +56,11 @@ void OpenElement(const DOMNode& iElement, DOMString& out) {
     const xercesc::DOMNamedNodeMap* attributes = iElement.getAttributes();
     const XMLSize_t count = attributes == nullptr ? 0 : attributes->getLength();
     for (XMLSize_t i = 0; i < count; ++i) {
-        const DOMNode* attribute = attributes->item(i);
+        DOMNode* attribute = attributes->item(i);
         out.appendData(u" ");
         out.appendData(attribute->getNodeName());
         out.appendData(u" = \"");
-        outputContent(attribute->getNodeValue(), out);
+        outputContent(DOM_Node(attribute).viewNodeValue(), out);
         out.appendData(u"\"");
     }
     out.appendData(iElement.getFirstChild() != nullptr ? u">" : u"/>");
@@ -74,7 +73,7 @@ void Open(const DOMNode& iNode, DOMString& out) {
             OpenElement(iNode, out);
             break;
         case DOMNode::TEXT_NODE:
-            outputContent(iNode.getNodeValue(), out);
+            outputContent(std::u16string_view(iNode.getNodeValue()), out);
             break;
         case DOMNode::CDATA_SECTION_NODE:
             out.appendData(u"<![CDATA[");
