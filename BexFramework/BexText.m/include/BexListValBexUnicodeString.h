@@ -36,6 +36,8 @@ public:
 
     /** Adds @p iValue behind the last value; it may be a value of this list. */
     void Append(const BexUnicodeString& iValue);
+    /** The same, taking the text over; @p ioValue is null afterwards. */
+    void Append(BexUnicodeString&& ioValue);
     /** @return the number of values. */
     int Size() const noexcept;
     /** @return the value at @p iPos, or one null string shared by all when the position is outside 1 to Size(). */
@@ -55,6 +57,7 @@ public:
 
 private:
     const BexTextIndex& Index() const;
+    void IndexLast() noexcept;
 
     std::vector<BexUnicodeString> values;
     mutable std::atomic<BexTextIndex*> index{nullptr};  // owned; null until the first Locate() that pays for it

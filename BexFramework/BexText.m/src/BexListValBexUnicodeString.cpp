@@ -42,12 +42,24 @@ BexListValBexUnicodeString& BexListValBexUnicodeString::operator=(BexListValBexU
 
 void BexListValBexUnicodeString::Append(const BexUnicodeString& iValue) {
     values.push_back(iValue);
-    if (BexTextIndex* made = index.load(std::memory_order_relaxed)) {
-        try {
-            made->Add(values, static_cast<int>(values.size()) - 1);
-        } catch (...) {
-            delete index.exchange(nullptr);  // made anew when it is wanted again
-        }
+    IndexLast();
+}
+
+void BexListValBexUnicodeString::Append(BexUnicodeString&& ioValue) {
+    values.push_back(std::move(ioValue));
+    IndexLast();
+}
+
+/** Enters the last value in the index, when there is one. */
+void BexListValBexUnicodeString::IndexLast() noexcept {
+    BexTextIndex* made = index.load(std::memory_order_relaxed);
+    if (made == nullptr) {
+        return;
+    }
+    try {
+        made->Add(values, static_cast<int>(values.size()) - 1);
+    } catch (...) {
+        delete index.exchange(nullptr);  // made anew when it is wanted again
     }
 }
 

@@ -42,6 +42,8 @@ public:
     void SetValue(const BexUnicodeString& iKey, const BexUnicodeString& iValue);
 
 private:
+    void Put(BexUnicodeString&& ioKey, BexUnicodeString&& ioValue);
+
     BexListValBexUnicodeString keys;
     BexListValBexUnicodeString values;  // the value of the key at the same position
 };

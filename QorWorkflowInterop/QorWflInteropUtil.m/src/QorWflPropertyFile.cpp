@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <utility>
 
 namespace {
 
@@ -18,8 +19,6 @@ constexpr char kContinuation = '\\';
 constexpr char kQuote = '"';
 constexpr char kBlank = ' ';
 constexpr int kNotFound = 1;
-constexpr int kBothEnds = 3;  // modes of Strip
-constexpr int kEvery = 4;
 
 bool IsRegularFile(const std::string& iName) {
     struct stat status {};
@@ -55,29 +54,77 @@ std::optional<std::string> Locate(const std::string& iName) {
     return std::nullopt;
 }
 
-/** One line, with the lines that backslashes at its end join to it. */
-BexUnicodeString ReadLogicalLine(std::istream& ioFile) {
-    BexUnicodeString line;
-    line.BuildFromStream(ioFile, 1);
-    std::string joined(line.NarrowView());
-    while (!joined.empty() && joined.back() == kContinuation) {
-        line.BuildFromStream(ioFile, 0);
-        joined.pop_back();
-        joined += line.NarrowView();
+/** All of a file that can be read; nothing of one that cannot be opened. */
+std::string ContentOf(const std::string& iName) {
+    constexpr std::size_t kBlock = 65536;
+    std::ifstream file(iName, std::ios_base::in);
+    std::string content;
+    while (file.good()) {
+        const std::size_t length = content.size();
+        content.resize(length + kBlock);
+        file.read(content.data() + length, kBlock);
+        content.resize(length + static_cast<std::size_t>(file.gcount()));
     }
-    return BexUnicodeString::FromNarrow(std::move(joined));
+    return content;
 }
 
-bool IsComment(const BexUnicodeString& iLine) {
-    const std::string_view text = iLine.NarrowView();
-    const std::size_t start = text.find_first_not_of(kBlank);
-    return start != std::string_view::npos && text[start] == kComment;
+/** Takes lines off the beginning of a text. */
+class LineSource {
+public:
+    explicit LineSource(std::string_view iText) : rest(iText) {}
+
+    bool AtEnd() const { return rest.empty(); }
+
+    /** One line as it stands, empty at the end of the text. */
+    std::string_view PhysicalLine() {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        const std::string_view line = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        return line;
+    }
+
+    /**
+     * One line with the lines that backslashes at its end join to it: a backslash goes, the next line is appended, and
+     * what results is looked at again. Valid until the next call.
+     */
+    std::string_view LogicalLine() {
+        const std::string_view line = PhysicalLine();
+        if (line.empty() || line.back() != kContinuation) {
+            return line;
+        }
+        joined = line;
+        while (!joined.empty() && joined.back() == kContinuation) {
+            joined.pop_back();
+            joined += PhysicalLine();
+        }
+        return joined;
+    }
+
+private:
+    std::string_view rest;
+    std::string joined;
+};
+
+bool IsComment(std::string_view iLine) {
+    const std::size_t start = iLine.find_first_not_of(kBlank);
+    return start != std::string_view::npos && iLine[start] == kComment;
 }
 
-BexUnicodeString Unquoted(const BexUnicodeString& iValue) {
-    const int length = iValue.GetLengthInChar();
-    const bool isQuoted = length >= 2 && iValue[0] == kQuote && iValue[length - 1] == kQuote;
-    return isQuoted ? iValue.SubString(1, length - 2) : iValue;
+/** The key without its blanks, wherever they are. */
+BexUnicodeString KeyOf(std::string_view iText) {
+    std::string key(iText);
+    key.erase(std::remove(key.begin(), key.end(), kBlank), key.end());
+    return BexUnicodeString::FromNarrow(std::move(key));
+}
+
+/** The value without the blanks around it, then without one pair of quotes. */
+BexUnicodeString ValueOf(std::string_view iText) {
+    iText.remove_prefix(std::min(iText.find_first_not_of(kBlank), iText.size()));
+    iText = iText.substr(0, iText.find_last_not_of(kBlank) + 1);
+    if (iText.size() >= 2 && iText.front() == kQuote && iText.back() == kQuote) {
+        iText = iText.substr(1, iText.size() - 2);
+    }
+    return BexUnicodeString::FromNarrow(std::string(iText));
 }
 
 }  // namespace
@@ -89,13 +136,14 @@ int QorWflPropertyFile::Read(const BexUnicodeString& iFileName) {
     if (!name) {
         return kNotFound;
     }
-    std::ifstream file(*name);  // one that cannot be opened counts as empty: callers rely on 0 for it
-    while (file.good()) {
-        const BexUnicodeString line = ReadLogicalLine(file);
-        const int equals = line.SearchSubString("=");
-        if (equals > 0 && !IsComment(line)) {
-            const BexUnicodeString value = line.SubString(equals + 1, line.GetLengthInChar()).Strip(kBothEnds, kBlank);
-            SetValue(line.SubString(0, equals).Strip(kEvery, kBlank), Unquoted(value));
+    const std::string content =
+        ContentOf(*name);  // one that cannot be opened counts as empty: callers rely on 0 for it
+    LineSource lines(content);
+    while (!lines.AtEnd()) {
+        const std::string_view line = lines.LogicalLine();
+        const std::size_t equals = line.find('=');
+        if (equals != std::string_view::npos && equals > 0 && !IsComment(line)) {
+            Put(KeyOf(line.substr(0, equals)), ValueOf(line.substr(equals + 1)));
         }
     }
     return 0;
@@ -114,15 +162,20 @@ BexUnicodeString QorWflPropertyFile::GetValue(int iIndex) const {
 }
 
 void QorWflPropertyFile::SetValue(const BexUnicodeString& iKey, const BexUnicodeString& iValue) {
-    const int position = keys.Locate(iKey);
+    Put(BexUnicodeString(iKey), BexUnicodeString(iValue));
+}
+
+/** As SetValue(), taking the texts over. */
+void QorWflPropertyFile::Put(BexUnicodeString&& ioKey, BexUnicodeString&& ioValue) {
+    const int position = keys.Locate(ioKey);
     if (position > 0) {
-        values.Set(position, iValue);
+        values.Set(position, ioValue);
         return;
     }
     if (values.Size() > keys.Size()) {  // memory for an earlier key could not be had: its value's place is free
-        values.Set(keys.Size() + 1, iValue);
+        values.Set(keys.Size() + 1, ioValue);
     } else {
-        values.Append(iValue);
+        values.Append(std::move(ioValue));
     }
-    keys.Append(iKey);
+    keys.Append(std::move(ioKey));
 }

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <climits>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -22,6 +21,7 @@ BexQorTrace trace("WFInteropUrl", "WFInteropUrl", "STDOUT", 1024);
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 constexpr int kNoDigit = -1;
+constexpr std::size_t kEscapeLength = 3;  // a percent sign and two digits
 
 constexpr bool IsAlphanumeric(unsigned char iCode) {
     return (iCode >= '0' && iCode <= '9') || (iCode >= 'A' && iCode <= 'Z') || (iCode >= 'a' && iCode <= 'z');
@@ -93,159 +93,196 @@ ScannedByte ScanHexByte(std::string_view iText) {
     return {true, static_cast<unsigned char>(second < 0 ? DigitValue(first) : DigitValue(first) * 16 + second)};
 }
 
-/** The narrow form of a text, NUL characters included; valid as long as the text. */
-std::string_view NarrowForm(const BexUnicodeString& iText) {
-    return std::string_view(iText.ConvertToChar(), static_cast<std::size_t>(iText.GetLengthInChar()));
+/** A text whose code units are of one kind: bytes, or UTF-16 where some unit does not fit one. */
+template <typename Unit>
+using View = std::basic_string_view<Unit>;
+
+/** Calls a function with the view of a text that suits it. */
+template <typename Function>
+auto WithView(const BexUnicodeString& iText, Function iFunction) {
+    return iText.IsWide() ? iFunction(iText.WideView()) : iFunction(iText.NarrowView());
 }
 
-void AppendEncoded(std::string& ioText, char iCharacter) {
+BexUnicodeString StringOf(std::string iText) {
+    return BexUnicodeString::FromNarrow(std::move(iText));
+}
+
+BexUnicodeString StringOf(const std::u16string& iText) {
+    return BexUnicodeString(iText.data(), static_cast<int>(iText.size()));
+}
+
+/** The narrow character of a code unit, a question mark for one that has none. */
+char NarrowCharacter(char iCharacter) {
+    return iCharacter;
+}
+
+char NarrowCharacter(char16_t iUnit) {
+    return iUnit > 0xFF ? '?' : static_cast<char>(iUnit);
+}
+
+/** The narrow form of a text, without a copy where it is narrow already. */
+template <typename Unit>
+class NarrowForm;
+
+template <>
+class NarrowForm<char> {
+public:
+    explicit NarrowForm(std::string_view iText) : text(iText) {}
+    std::string_view Text() const { return text; }
+
+private:
+    std::string_view text;
+};
+
+template <>
+class NarrowForm<char16_t> {
+public:
+    explicit NarrowForm(std::u16string_view iText) : text(iText.size(), '\0') {
+        std::transform(iText.begin(), iText.end(), text.begin(), [](char16_t iUnit) { return NarrowCharacter(iUnit); });
+    }
+    std::string_view Text() const { return text; }
+
+private:
+    std::string text;
+};
+
+/** Writes what a character is in a URL, and gives the place behind it. */
+char* PutEncoded(char* oText, char iCharacter) {
     const auto code = static_cast<unsigned char>(iCharacter);
     if (kPlain[code]) {
-        ioText += iCharacter;
-    } else if (iCharacter == ' ') {
-        ioText += '+';
-    } else {
-        ioText += '%';
-        ioText += kHexDigits[code / 16];
-        ioText += kHexDigits[code % 16];
+        *oText = iCharacter;
+        return oText + 1;
     }
+    if (iCharacter == ' ') {
+        *oText = '+';
+        return oText + 1;
+    }
+    oText[0] = '%';
+    oText[1] = kHexDigits[code / 16];
+    oText[2] = kHexDigits[code % 16];
+    return oText + kEscapeLength;
+}
+
+/** Appends the encoded form of a text. A code unit above 0xFF counts as its low 8 bits. */
+template <typename Unit>
+void AppendEncoded(std::string& ioText, View<Unit> iText) {
+    const std::size_t start = ioText.size();
+    ioText.resize(start + iText.size() * kEscapeLength);
+    char* end = ioText.data() + start;
+    for (const Unit unit : iText) {
+        end = PutEncoded(end, static_cast<char>(unit));
+    }
+    ioText.resize(static_cast<std::size_t>(end - ioText.data()));
 }
 
 BexUnicodeString Encode(const BexUnicodeString& iText) {
     std::string encoded;
-    encoded.reserve(static_cast<std::size_t>(iText.GetLengthInChar()) * 2);
-    for (const char character : iText.NarrowView()) {
-        AppendEncoded(encoded, character);
-    }
-    for (const char16_t unit : iText.WideView()) {
-        AppendEncoded(encoded, BexUnicodeChar(unit).ConvertToChar());
-    }
-    return BexUnicodeString::FromNarrow(std::move(encoded));
+    WithView(iText, [&encoded](auto iView) { AppendEncoded(encoded, iView); });
+    return StringOf(std::move(encoded));
 }
 
-/** The narrow character of a code unit that may stand in an escape; those that have none never scan. */
-char EscapeCharacter(char iCharacter) {
-    return iCharacter;
-}
-
-char EscapeCharacter(char16_t iUnit) {
-    return iUnit > 0xFF ? '?' : static_cast<char>(iUnit);
+/** The character that an escape stands for, at its percent sign; the text may end within it. */
+template <typename Unit>
+ScannedByte ScanEscape(View<Unit> iEscape) {
+    char digits[kEscapeLength - 1];
+    std::size_t length = 0;
+    for (const Unit unit : iEscape.substr(1, kEscapeLength - 1)) {
+        const char digit = NarrowCharacter(unit);
+        digits[length++] = digit == '+' ? ' ' : digit;  // blanks come first, also in an escape
+    }
+    return ScanHexByte(std::string_view(digits, length));
 }
 
 /** Undoes the encoding; an escape that is none disappears with the two characters behind the percent sign. */
 template <typename Unit>
-std::basic_string<Unit> DecodeUnits(std::basic_string_view<Unit> iText) {
-    constexpr std::size_t kEscapeLength = 2;  // behind the percent sign
-    std::basic_string<Unit> decoded;
-    decoded.reserve(iText.size());
+std::basic_string<Unit> Decode(View<Unit> iText) {
+    std::basic_string<Unit> decoded(iText.size(), Unit{});
+    Unit* end = decoded.data();
     for (std::size_t at = 0; at < iText.size(); ++at) {
         const Unit unit = iText[at];
-        if (unit == Unit{'+'}) {
-            decoded += Unit{' '};
-        } else if (unit != Unit{'%'}) {
-            decoded += unit;
-        } else {
-            char escape[kEscapeLength];
-            std::size_t length = 0;
-            for (const Unit digit : iText.substr(at + 1, kEscapeLength)) {
-                const char character = EscapeCharacter(digit);
-                escape[length++] = character == '+' ? ' ' : character;  // blanks come first, also in an escape
-            }
-            const ScannedByte scanned = ScanHexByte(std::string_view(escape, length));
+        if (unit == Unit{'%'}) {
+            const ScannedByte scanned = ScanEscape(iText.substr(at));
             if (scanned.found) {
-                decoded += static_cast<Unit>(scanned.value);
+                *end++ = static_cast<Unit>(scanned.value);
             }
-            at += kEscapeLength;
+            at += kEscapeLength - 1;
+        } else {
+            *end++ = unit == Unit{'+'} ? Unit{' '} : unit;
         }
     }
+    decoded.resize(static_cast<std::size_t>(end - decoded.data()));
     return decoded;
 }
 
-BexUnicodeString Decode(const BexUnicodeString& iText) {
-    if (!iText.IsWide()) {
-        return BexUnicodeString::FromNarrow(DecodeUnits(iText.NarrowView()));
-    }
-    const std::u16string decoded = DecodeUnits(iText.WideView());
-    return BexUnicodeString(decoded.data(), static_cast<int>(decoded.size()));
-}
-
 /** Writes a text into a field of fixed width, cut or padded; nothing terminates it. */
-void ToChar(char* oField, int iSize, const BexUnicodeString& iText, char iPad) {
-    const std::string_view text = NarrowForm(iText).substr(0, static_cast<std::size_t>(iSize));
+void ToChar(char* oField, int iSize, std::string_view iText, char iPad) {
+    const std::string_view text = iText.substr(0, static_cast<std::size_t>(iSize));
     std::memset(oField, iPad, static_cast<std::size_t>(iSize));
     std::memcpy(oField, text.data(), text.size());
 }
 
 /** The text of a field of fixed width, without the pads at its end. */
-BexUnicodeString FromChar(const char* iField, int iSize, char iPad) {
-    while (iSize > 0 && iField[iSize - 1] == iPad) {
-        --iSize;
-    }
-    return BexUnicodeString(iField, iSize);
+std::string_view FromChar(std::string_view iField, char iPad) {
+    return iField.substr(0, iField.find_last_not_of(iPad) + 1);
 }
 
 /**
  * The bytes that pairs of digits name. Each pair is scanned from its place on in the whole text, so white space in a
  * pair takes from the next; what names no byte, and the rest of the field, is 0.
  */
-void HexToBin(char* oBytes, int iSize, const BexUnicodeString& iHex) {
-    const std::string_view hex = NarrowForm(iHex);
+void HexToBin(char* oBytes, int iSize, std::string_view iHex) {
     for (int i = 0; i < iSize; ++i) {
-        const bool isPair = i < iHex.GetLengthInChar() / 2;
-        const ScannedByte scanned =
-            isPair ? ScanHexByte(hex.substr(static_cast<std::size_t>(i) * 2)) : ScannedByte{false, 0};
+        const auto pos = static_cast<std::size_t>(i) * 2;
+        const ScannedByte scanned = pos + 1 < iHex.size() ? ScanHexByte(iHex.substr(pos)) : ScannedByte{false, 0};
         oBytes[i] = static_cast<char>(scanned.found ? scanned.value : 0);
     }
 }
 
-BexUnicodeString BinToHex(const char* iBytes, int iSize) {
+/** Appends two digits for each byte. */
+void BinToHex(std::string& ioText, std::string_view iBytes) {
     BexQorTraceStep step(trace, "QorWflUrlUtil::BinToHex");
-    std::string hex;
-    for (int i = 0; i < iSize; ++i) {
-        const auto byte = static_cast<unsigned char>(iBytes[i]);
-        hex += kHexDigits[byte / 16];
-        hex += kHexDigits[byte % 16];
+    const std::size_t start = ioText.size();
+    for (const char character : iBytes) {
+        const auto byte = static_cast<unsigned char>(character);
+        ioText += kHexDigits[byte / 16];
+        ioText += kHexDigits[byte % 16];
     }
-    BexUnicodeString result = BexUnicodeString::FromNarrow(std::move(hex));
-    step << "res=[" << result << "]" << std::endl;
-    return result;
+    step << "res=[" << std::string_view(ioText).substr(start) << "]" << std::endl;
 }
 
 // ---------------------------------------------------------------------------------------------------- URL forms
 
-constexpr const char* kShortScheme = "qor://";
-constexpr const char* kShortActionPrefix = "qor://ACTION/";
-constexpr const char* kLongScheme = "LumenUID://Legacy+QOR1";
-constexpr const char* kLongPrefix = "LumenUID://Legacy+QOR1/";
-constexpr const char* kDefaultEnvironment = "default";
-constexpr const char* kActionSuffix = "ACTION";
+constexpr std::string_view kShortScheme("qor://");
+constexpr std::string_view kShortActionPrefix("qor://ACTION/");
+constexpr std::string_view kLongScheme("LumenUID://Legacy+QOR1");
+constexpr std::string_view kLongPrefix("LumenUID://Legacy+QOR1/");
+constexpr const char* kActionPrefix = "LumenUID://Legacy+QOR1/default/";
+constexpr const char* kActionEnd = ".ACTION";
+constexpr std::string_view kActionSuffix("ACTION");
 constexpr const char* kContextParm = "context";
-constexpr int kFirst = 1;  // modes of SearchSubString
-constexpr int kLast = 2;
 constexpr char kPad = ' ';
 
-/** Whether a part stands at a position of a text. */
-bool StandsAt(const BexUnicodeString& iText, int iPos, const BexUnicodeString& iPart) {
-    if (iText.IsWide() || iPart.IsWide()) {
-        return iText.SubString(iPos, iPart.GetLengthInChar()) == iPart;
-    }
-    const std::string_view part = iPart.NarrowView();
-    return iText.NarrowView().compare(static_cast<std::size_t>(iPos), part.size(), part) == 0;
+/** Whether two texts are the same, code unit by code unit. */
+template <typename Unit>
+bool AreSame(View<Unit> iText, std::string_view iOther) {
+    return std::equal(iText.begin(), iText.end(), iOther.begin(), iOther.end(),
+                      [](Unit iUnit, char iCharacter) { return BexUnicodeChar(iUnit) == BexUnicodeChar(iCharacter); });
 }
 
-bool StartsWith(const BexUnicodeString& iText, const char* iBeginning) {
-    return StandsAt(iText, 0, iBeginning);
+template <typename Unit>
+bool StartsWith(View<Unit> iText, std::string_view iBeginning) {
+    return AreSame(iText.substr(0, iBeginning.size()), iBeginning);
 }
 
 /** The part of a text between two positions, empty when the end does not lie behind the start. */
-BexUnicodeString Between(const BexUnicodeString& iText, int iStart, int iEnd) {
-    return iText.SubString(iStart, iEnd - iStart);
+template <typename Unit>
+View<Unit> Between(View<Unit> iText, std::size_t iStart, std::size_t iEnd) {
+    return iEnd > iStart ? iText.substr(iStart, iEnd - iStart) : View<Unit>();
 }
 
-/** Where a query begins, or the end of the URL. */
-int EndOfPath(const BexUnicodeString& iUrl, int iFrom, int iMode) {
-    const int query = iUrl.SearchSubString("?", iFrom, iMode);
-    return query < 0 ? iUrl.GetLengthInChar() : query;
+/** The position of a query's question mark, or the end of the URL. */
+std::size_t OrEnd(std::size_t iPosition, std::size_t iEnd) {
+    return std::min(iPosition, iEnd);
 }
 
 // The instance key of a long URL: full-width fields with a mark between any two, and the table once more.
@@ -255,11 +292,12 @@ constexpr char kKeyPad = '+';  // a pad blank, as it looks in a URL
 
 /** Where a part of the instance key stands. */
 struct KeyPart {
-    int start;
-    int width;
-    constexpr int End() const { return start + width; }
+    std::size_t start;
+    std::size_t width;
+    constexpr std::size_t End() const { return start + width; }
     /** The part behind this one and a mark. */
-    constexpr KeyPart Next(int iWidth) const { return {End() + 1, iWidth}; }
+    constexpr KeyPart Next(int iWidth) const { return {End() + 1, static_cast<std::size_t>(iWidth)}; }
+    std::string_view Of(std::string_view iKey) const { return iKey.substr(start, width); }
 };
 
 constexpr KeyPart kKeyDbName{0, QorWflUuidLayout::kDbName.width};
@@ -267,36 +305,31 @@ constexpr KeyPart kKeyKienv = kKeyDbName.Next(QorWflUuidLayout::kKienv.width);
 constexpr KeyPart kKeyKitab = kKeyKienv.Next(QorWflUuidLayout::kKitab.width);
 constexpr KeyPart kKeyXCoid = kKeyKitab.Next(QorWflUuidLayout::kXCoid.width * 2);
 constexpr KeyPart kKeyXCompid = kKeyXCoid.Next(QorWflUuidLayout::kXCompid.width * 2);
+/** Room for any instance URL, every character of its texts an escape. */
+constexpr std::size_t kLongestUrl =
+    kLongPrefix.size() + (kKeyXCompid.End() + QorWflUuidLayout::kKienv.width + QorWflUuidLayout::kKitab.width) * 2;
 
-bool HasMarksInPlace(const BexUnicodeString& iKey) {
-    return iKey[kKeyDbName.End()] == kFieldMark && iKey[kKeyKienv.End()] == kFieldMark &&
-           iKey[kKeyKitab.End()] == kFieldMark && iKey[kKeyXCoid.End()] == kFieldMark &&
-           iKey[kKeyXCompid.End()] == kTableMark;
-}
-
-/** A text field of the instance key, without the pads at its end. */
-BexUnicodeString TextOfKey(const BexUnicodeString& iKey, KeyPart iPart) {
-    return FromChar(iKey.SubString(iPart.start, iPart.width).ConvertToChar(), iPart.width, kKeyPad);
+bool HasMarksInPlace(std::string_view iKey) {
+    return iKey.size() > kKeyXCompid.End() && iKey[kKeyDbName.End()] == kFieldMark &&
+           iKey[kKeyKienv.End()] == kFieldMark && iKey[kKeyKitab.End()] == kFieldMark &&
+           iKey[kKeyXCoid.End()] == kFieldMark && iKey[kKeyXCompid.End()] == kTableMark;
 }
 
 /** The fields of a UUID block as a URL tells them: three texts, two identifiers in hexadecimal digits. */
 struct InstanceFields {
-    BexUnicodeString dbName;
-    BexUnicodeString kienv;
-    BexUnicodeString kitab;
-    BexUnicodeString xCoid;
-    BexUnicodeString xCompid;
+    std::string_view dbName;
+    std::string_view kienv;
+    std::string_view kitab;
+    std::string_view xCoid;
+    std::string_view xCompid;
 
     /** A new block, the caller's to release. */
     [[nodiscard]] char* BuildUuid() const {
         using namespace QorWflUuidLayout;
         auto* uuid = static_cast<char*>(::operator new(kBlockSize));
-        const auto put = [uuid](Field iField, const BexUnicodeString& iText) {
-            ToChar(uuid + iField.offset, iField.width, iText, kPad);
-        };
-        put(kDbName, dbName);
-        put(kKienv, kienv);
-        put(kKitab, kitab);
+        ToChar(uuid + kDbName.offset, kDbName.width, dbName, kPad);
+        ToChar(uuid + kKienv.offset, kKienv.width, kienv, kPad);
+        ToChar(uuid + kKitab.offset, kKitab.width, kitab, kPad);
         HexToBin(uuid + kXCoid.offset, kXCoid.width, xCoid);
         HexToBin(uuid + kXCompid.offset, kXCompid.width, xCompid);
         return uuid;
@@ -304,28 +337,29 @@ struct InstanceFields {
 };
 
 /** The instance of a long URL, whose environment segment has to agree with the key. */
-char* LongUrlToUuid(const BexUnicodeString& iUrl, BexQorTraceStep& ioStep) {
-    const int environmentStart = static_cast<int>(std::strlen(kLongPrefix));
-    const int environmentEnd = iUrl.SearchSubString("/", environmentStart, kFirst);
-    if (environmentEnd < 0) {
+template <typename Unit>
+char* LongUrlToUuid(View<Unit> iUrl, BexQorTraceStep& ioStep) {
+    const std::size_t environmentEnd = iUrl.find(Unit{'/'}, kLongPrefix.size());
+    if (environmentEnd == iUrl.npos) {
         ioStep << "No / found after environment" << std::endl;
         return nullptr;
     }
-    const BexUnicodeString key = Between(iUrl, environmentEnd + 1, EndOfPath(iUrl, 0, kLast));
-    ioStep << "LumenUID=[" << key << "]" << std::endl;
+    const View<Unit> keyText = Between(iUrl, environmentEnd + 1, OrEnd(iUrl.rfind(Unit{'?'}), iUrl.size()));
+    ioStep << "LumenUID=[" << keyText << "]" << std::endl;
+    const NarrowForm<Unit> narrow(keyText);
+    const std::string_view key = narrow.Text();
     if (!HasMarksInPlace(key)) {
         ioStep << "Delimiters not placed correctly" << std::endl;
         return nullptr;
     }
-    const InstanceFields fields{TextOfKey(key, kKeyDbName), TextOfKey(key, kKeyKienv), TextOfKey(key, kKeyKitab),
-                                key.SubString(kKeyXCoid.start, kKeyXCoid.width),
-                                key.SubString(kKeyXCompid.start, kKeyXCompid.width)};
+    const InstanceFields fields{FromChar(kKeyDbName.Of(key), kKeyPad), FromChar(kKeyKienv.Of(key), kKeyPad),
+                                FromChar(kKeyKitab.Of(key), kKeyPad), kKeyXCoid.Of(key), kKeyXCompid.Of(key)};
     ioStep << "DbName=[" << fields.dbName << "]" << std::endl;
     ioStep << "Kienv=[" << fields.kienv << "]" << std::endl;
     ioStep << "Kitab=[" << fields.kitab << "]" << std::endl;
     ioStep << "XCoid=[" << fields.xCoid << "]" << std::endl;
     ioStep << "XCompid=[" << fields.xCompid << "]" << std::endl;
-    if (Between(iUrl, environmentStart, environmentEnd) != fields.kienv) {
+    if (!AreSame(Between(iUrl, kLongPrefix.size(), environmentEnd), fields.kienv)) {
         ioStep << "Environment does not match Kienv" << std::endl;
         return nullptr;
     }
@@ -334,57 +368,106 @@ char* LongUrlToUuid(const BexUnicodeString& iUrl, BexQorTraceStep& ioStep) {
     return uuid;
 }
 
-/** Takes the text up to a mark out of the body of a short URL, and traces it; false when the mark is missing. */
-bool TakeUpTo(const BexUnicodeString& iBody, const char* iMark, int& ioPos, BexUnicodeString& oText,
-              BexQorTraceStep& ioStep) {
-    const int end = iBody.SearchSubString(iMark, ioPos, kFirst);
-    if (end < 0) {
+/** Takes the text up to a mark off a body, and traces it; false when the mark is missing. */
+bool TakeUpTo(std::string_view& ioBody, char iMark, std::string_view& oText, BexQorTraceStep& ioStep) {
+    const std::size_t end = ioBody.find(iMark);
+    if (end == std::string_view::npos) {
         return false;
     }
-    oText = Between(iBody, ioPos, end);
-    ioPos = end + 1;
+    oText = ioBody.substr(0, end);
+    ioBody.remove_prefix(end + 1);
     ioStep << "Found [" << oText << "]" << std::endl;
     return true;
 }
 
+/** The instance that the decoded body of a short URL names. */
+char* ShortBodyToUuid(std::string_view iBody, BexQorTraceStep& ioStep) {
+    InstanceFields fields;
+    std::string_view rest = iBody;
+    if (iBody.substr(0, 1) == "/" || !TakeUpTo(rest, '/', fields.dbName, ioStep) ||
+        !TakeUpTo(rest, '.', fields.kienv, ioStep) || !TakeUpTo(rest, '/', fields.kitab, ioStep)) {
+        return nullptr;
+    }
+    ioStep << "nPos=" << iBody.size() - rest.size() << std::endl;
+    if (rest.size() != kKeyXCoid.width + kKeyXCompid.width) {
+        return nullptr;
+    }
+    fields.xCoid = rest.substr(0, kKeyXCoid.width);
+    ioStep << "Found [" << fields.xCoid << "]" << std::endl;
+    fields.xCompid = rest.substr(kKeyXCoid.width);
+    ioStep << "Found [" << fields.xCompid << "]" << std::endl;
+    return fields.BuildUuid();
+}
+
 /** The instance of a short URL. */
-char* ShortUrlToUuid(const BexUnicodeString& iUrl, BexQorTraceStep& ioStep) {
+template <typename Unit>
+char* ShortUrlToUuid(View<Unit> iUrl, BexQorTraceStep& ioStep) {
     if (!StartsWith(iUrl, kShortScheme)) {
         // The text says the contrary of what happened; those who read traces look for it, so it stays.
         ioStep << "Found [" << kShortScheme << "]" << std::endl;
         return nullptr;
     }
-    const int start = static_cast<int>(std::strlen(kShortScheme));
-    const BexUnicodeString body = Decode(Between(iUrl, start, EndOfPath(iUrl, start, kFirst)));
-    InstanceFields fields;
-    int pos = 0;
-    if (body[0] == '/' || !TakeUpTo(body, "/", pos, fields.dbName, ioStep) ||
-        !TakeUpTo(body, ".", pos, fields.kienv, ioStep) || !TakeUpTo(body, "/", pos, fields.kitab, ioStep)) {
-        return nullptr;
-    }
-    ioStep << "nPos=" << pos << std::endl;
-    if (body.GetLengthInChar() - pos != kKeyXCoid.width + kKeyXCompid.width) {
-        return nullptr;
-    }
-    fields.xCoid = body.SubString(pos, kKeyXCoid.width);
-    ioStep << "Found [" << fields.xCoid << "]" << std::endl;
-    fields.xCompid = body.SubString(pos + kKeyXCoid.width, kKeyXCompid.width);
-    ioStep << "Found [" << fields.xCompid << "]" << std::endl;
-    return fields.BuildUuid();
+    const std::size_t end = OrEnd(iUrl.find(Unit{'?'}, kShortScheme.size()), iUrl.size());
+    const std::basic_string<Unit> body = Decode(Between(iUrl, kShortScheme.size(), end));
+    return ShortBodyToUuid(NarrowForm<Unit>(body).Text(), ioStep);
 }
 
 /** The identifier of a long action URL, encoded as it stands there; empty when the URL is none. */
-BexUnicodeString EncodedIdOfLongUrl(const BexUnicodeString& iUrl) {
-    const int environmentEnd = iUrl.SearchSubString("/", static_cast<int>(std::strlen(kLongPrefix)), kFirst);
-    if (environmentEnd < 0) {
+template <typename Unit>
+View<Unit> EncodedIdOfLongUrl(View<Unit> iUrl) {
+    const std::size_t environmentEnd = iUrl.find(Unit{'/'}, kLongPrefix.size());
+    const View<Unit> path = iUrl.substr(0, OrEnd(iUrl.rfind(Unit{'?'}), iUrl.size()));
+    const std::size_t dot = path.rfind(Unit{'.'});
+    if (environmentEnd == iUrl.npos || dot == path.npos || !AreSame(path.substr(dot + 1), kActionSuffix)) {
+        return View<Unit>();
+    }
+    return Between(path, environmentEnd + 1, dot);
+}
+
+template <typename Unit>
+BexUnicodeString ActionIdOf(View<Unit> iUrl) {
+    if (StartsWith(iUrl, kShortActionPrefix)) {
+        return StringOf(Decode(iUrl.substr(kShortActionPrefix.size())));
+    }
+    return StringOf(Decode(StartsWith(iUrl, kLongPrefix) ? EncodedIdOfLongUrl(iUrl) : View<Unit>()));
+}
+
+/** The encoded value of the first parameter of a name; false when there is none. */
+template <typename Unit>
+bool FindParm(View<Unit> iUrl, View<Unit> iName, View<Unit>& oValue) {
+    std::size_t at = iUrl.find(Unit{'?'});
+    while (at != iUrl.npos && at + 1 < iUrl.size()) {
+        const View<Unit> parm = iUrl.substr(at + 1);
+        if (parm.size() > iName.size() && parm[iName.size()] == Unit{'='} &&
+            parm.compare(0, iName.size(), iName) == 0) {
+            const View<Unit> value = parm.substr(iName.size() + 1);
+            oValue = value.substr(0, OrEnd(value.find(Unit{'&'}), value.size()));
+            return true;
+        }
+        at = iUrl.find(Unit{'&'}, at + 1);
+    }
+    return false;
+}
+
+/** The decoded value of a parameter, traced; empty when there is none. */
+template <typename Unit>
+BexUnicodeString ParmOf(View<Unit> iUrl, View<Unit> iName, BexQorTraceStep& ioStep) {
+    View<Unit> encoded;
+    if (!FindParm(iUrl, iName, encoded)) {
         return BexUnicodeString("");
     }
-    const int end = EndOfPath(iUrl, 0, kLast);
-    const int dot = iUrl.SubString(0, end).SearchSubString(".", 0, kLast);
-    if (dot < 0 || Between(iUrl, dot + 1, end) != kActionSuffix) {
-        return BexUnicodeString("");
+    BexUnicodeString value = StringOf(Decode(encoded));
+    ioStep << "Found [" << value << "]" << std::endl;
+    return value;
+}
+
+/** The code units of a text, narrow ones widened. */
+std::u16string UnitsOf(const BexUnicodeString& iText) {
+    std::u16string units(iText.WideView());
+    for (const char character : iText.NarrowView()) {
+        units += static_cast<char16_t>(static_cast<unsigned char>(character));
     }
-    return Between(iUrl, environmentEnd + 1, dot);
+    return units;
 }
 
 }  // namespace
@@ -396,20 +479,12 @@ void QorWflUuidDeleter::operator()(char* iUuid) const noexcept {
 BexUnicodeString QorWflUrlUtil::UrlToActionId(const BexUnicodeString& iUrl) {
     BexQorTraceStep step(trace, "QorWflUrlUtil::UrlToActionId");
     step << "Input url=[" << iUrl << "]" << std::endl;
-    if (StartsWith(iUrl, kShortActionPrefix)) {
-        return Decode(iUrl.SubString(static_cast<int>(std::strlen(kShortActionPrefix)), INT_MAX));
-    }
-    if (StartsWith(iUrl, kLongPrefix)) {
-        return Decode(EncodedIdOfLongUrl(iUrl));
-    }
-    return BexUnicodeString("");
+    return WithView(iUrl, [](auto iView) { return ActionIdOf(iView); });
 }
 
 BexUnicodeString QorWflUrlUtil::ActionUrl(const BexUnicodeString& iActionId) {
     const BexQorTraceStep step(trace, "QorWflUrlUtil::ActionUrl");
-    BexUnicodeString url(kLongPrefix);
-    url.Append(kDefaultEnvironment).Append("/").Append(Encode(iActionId)).Append(".").Append(kActionSuffix);
-    return url;
+    return kActionPrefix + Encode(iActionId) + kActionEnd;
 }
 
 char* QorWflUrlUtil::UrlToContext(const BexUnicodeString& iUrl, BexUnicodeString& oContext) {
@@ -437,19 +512,11 @@ BexUnicodeString QorWflUrlUtil::GetUrlParm(const BexUnicodeString& iUrl, const B
     BexQorTraceStep step(trace, "QorWflUrlUtil::GetUrlParm");
     step << "Input url is [" << iUrl << "]" << std::endl;
     step << "Search for [" << iName << "]" << std::endl;
-    const BexUnicodeString wanted = iName + "=";
-    int at = iUrl.SearchSubString("?", 0, kFirst) + 1;
-    while (at > 0 && at < iUrl.GetLengthInChar()) {
-        if (StandsAt(iUrl, at, wanted)) {
-            const int start = at + wanted.GetLengthInChar();
-            const int end = iUrl.SearchSubString("&", start, kFirst);
-            BexUnicodeString value = Decode(Between(iUrl, start, end < 0 ? iUrl.GetLengthInChar() : end));
-            step << "Found [" << value << "]" << std::endl;
-            return value;
-        }
-        at = iUrl.SearchSubString("&", at, kFirst) + 1;
+    if (iUrl.IsWide()) {
+        const std::u16string name = UnitsOf(iName);
+        return ParmOf(iUrl.WideView(), View<char16_t>(name), step);
     }
-    return BexUnicodeString("");
+    return iName.IsWide() ? BexUnicodeString("") : ParmOf(iUrl.NarrowView(), iName.NarrowView(), step);
 }
 
 void QorWflUrlUtil::AddUrlParm(BexUnicodeString& ioUrl, const BexUnicodeString& iName, const BexUnicodeString& iValue) {
@@ -465,25 +532,38 @@ BexUnicodeString QorWflUrlUtil::InstanceUrl(const char* iUuid) {
     if (iUuid == nullptr) {
         return BexUnicodeString("");
     }
-    const auto unpadded = [iUuid](Field iField) { return FromChar(iUuid + iField.offset, iField.width, kPad); };
-    const auto padded = [iUuid](Field iField) { return Encode(FromChar(iUuid + iField.offset, iField.width, '\0')); };
-    const auto digits = [iUuid](Field iField) { return Encode(BinToHex(iUuid + iField.offset, iField.width)); };
-    BexUnicodeString url(kLongScheme);
-    url.Append("/").Append(unpadded(kKienv)).Append("/").Append(padded(kDbName));
-    url.Append(kFieldMark).Append(padded(kKienv)).Append(kFieldMark).Append(padded(kKitab));
-    url.Append(kFieldMark).Append(digits(kXCoid)).Append(kFieldMark).Append(digits(kXCompid));
-    url.Append(kTableMark).Append(unpadded(kKitab));
+    const auto text = [iUuid](Field iField) {
+        return std::string_view(iUuid + iField.offset, static_cast<std::size_t>(iField.width));
+    };
+    std::string url;
+    url.reserve(kLongestUrl);
+    url.append(kLongScheme).append("/").append(FromChar(text(kKienv), kPad)).append("/");
+    AppendEncoded(url, FromChar(text(kDbName), '\0'));
+    url += kFieldMark;
+    AppendEncoded(url, FromChar(text(kKienv), '\0'));
+    url += kFieldMark;
+    AppendEncoded(url, FromChar(text(kKitab), '\0'));
+    url += kFieldMark;
+    BinToHex(url, text(kXCoid));  // digits stand for themselves in a URL
+    url += kFieldMark;
+    BinToHex(url, text(kXCompid));
+    url.append(1, kTableMark).append(FromChar(text(kKitab), kPad));
     step << "url is [" << url << "]" << std::endl;
-    return url;
+    return BexUnicodeString::FromNarrow(std::move(url));
 }
 
 char* QorWflUrlUtil::UrlToUuid(const BexUnicodeString& iUrl) {
     // Traced under a name of its own, which those who read traces look for.
     BexQorTraceStep step(trace, "QorWflUrlUtil::UrlToInstance");
     step << "Input url is [" << iUrl << "]" << std::endl;
-    if (StartsWith(iUrl, kLongPrefix)) {
-        step << "Url looks like a LumenUID" << std::endl;
-        return LongUrlToUuid(iUrl, step);
+    if (iUrl.IsEmpty() != 0) {
+        return nullptr;
     }
-    return iUrl.IsEmpty() != 0 ? nullptr : ShortUrlToUuid(iUrl, step);
+    return WithView(iUrl, [&step](auto iView) {
+        if (StartsWith(iView, kLongPrefix)) {
+            step << "Url looks like a LumenUID" << std::endl;
+            return LongUrlToUuid(iView, step);
+        }
+        return ShortUrlToUuid(iView, step);
+    });
 }
