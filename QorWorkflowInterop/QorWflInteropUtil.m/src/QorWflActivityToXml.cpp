@@ -1,15 +1,15 @@
 #include "QorWflActivityToXml.h"
 
-#include "WriteXML.h"
+#include "TreeText.h"
+#include "XmlOutput.h"
 #include "XpdlNames.h"
 
 #include <BexDom.h>
 #include <BexTime.h>
 #include <BexXMLParser.h>
 
-#include <memory>
 #include <string>
-#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -171,29 +171,21 @@ void CreatePackageNode(const ActivityInfo& iActivity, DOM_Document& ioDocument) 
     AddWorkflowProcess(iActivity, builder);
 }
 
-/**
- * The text without its last character, unless that is a line feed. The tool on the other side counts on the final line
- * feed staying and on nothing else standing in its place.
- */
-std::string_view WithoutUnendedLine(std::string_view iText) {
-    if (!iText.empty() && iText.back() != '\n') {
-        iText.remove_suffix(1);
-    }
-    return iText;
+/** The text of a document in ISO-8859-1, with a line feed between any two tags that touch. */
+std::string NarrowTextOf(const DOM_Document& iDocument) {
+    std::string text;
+    XmlOutput<std::string> output(text);
+    TreeText<std::string>(output, true).Write(iDocument.getNative());
+    return text;
 }
 
-/** The text with a line feed between every two adjacent tags. */
-std::string BreakBetweenTags(std::string_view iText) {
-    constexpr std::string_view kAdjacentTags("><");
-    std::string broken;
-    broken.reserve(iText.size() + iText.size() / 16);
-    while (true) {
-        const std::size_t adjacent = iText.find(kAdjacentTags);
-        if (adjacent == std::string_view::npos) {
-            return broken.append(iText);
-        }
-        broken.append(iText.substr(0, adjacent)).append(">\n");
-        iText.remove_prefix(adjacent + 1);
+/**
+ * Takes off the last character, unless that is a line feed. The tool on the other side counts on the final line feed
+ * staying and on nothing else standing in its place.
+ */
+void DropUnendedLine(std::string& ioText) {
+    if (!ioText.empty() && ioText.back() != '\n') {
+        ioText.pop_back();
     }
 }
 
@@ -204,9 +196,7 @@ void QorWflActivityToXml(const ActivityInfo& iActivity, BexUnicodeString& oXml) 
     BexXMLParser::Initialize();
     DOM_Document document = DOM_Document::createDocument();
     CreatePackageNode(iActivity, document);
-    DOMString text;
-    WriteXML(document, text);
-    const std::unique_ptr<char[]> narrow(text.transcode());
-    oXml = BexUnicodeString::FromNarrow(
-        BreakBetweenTags(WithoutUnendedLine(std::string_view(narrow.get(), text.length()))));
+    std::string text = NarrowTextOf(document);
+    DropUnendedLine(text);
+    oXml = BexUnicodeString::FromNarrow(std::move(text));
 }

@@ -6,6 +6,7 @@
 #include <limits>
 #include <new>
 #include <ostream>
+#include <streambuf>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -203,11 +204,29 @@ std::ostream& operator<<(std::ostream& ioStream, const ActivityInfo& iActivity) 
 
 namespace {
 
-constexpr std::streamsize kLongestSkip = 9999;
-constexpr std::streamsize kLongestText = 79;
+constexpr std::size_t kLongestSkip = 9999;
+constexpr std::size_t kLongestText = 79;
 constexpr char kQuote = '"';
 /** The shortest text that a value can be read from: two quotes, and a line feed but behind the last. */
-constexpr std::streamsize kShortestText = 3;
+constexpr std::size_t kShortestText = 3;
+
+/** Reaches what a stream buffer has read ahead, so that it can be searched as a whole. */
+class ReadAhead : public std::streambuf {
+public:
+    /** The characters at hand, read anew when there are none; empty at the end of the text. */
+    static std::string_view Of(std::streambuf& ioSource) {
+        if (ioSource.sgetc() == traits_type::eof()) {
+            return std::string_view();
+        }
+        const char* next = (ioSource.*(&ReadAhead::gptr))();
+        const char* end = (ioSource.*(&ReadAhead::egptr))();
+        return next == end ? std::string_view() : std::string_view(next, static_cast<std::size_t>(end - next));
+    }
+    /** Takes characters that are at hand. */
+    static void Take(std::streambuf& ioSource, std::size_t iLength) {
+        (ioSource.*(&ReadAhead::gbump))(static_cast<int>(iLength));
+    }
+};
 
 /** Takes values out of the lines of a record, by their order. */
 class LineReader {
@@ -216,27 +235,31 @@ public:
 
     /** The next quoted value, cut at 79 characters; empty when there is none. */
     BexUnicodeString Text() {
-        Skip(kQuote);
-        char buffer[kLongestText + 1];
-        std::streamsize length = 0;
-        if (stream.peek() != kQuote) {  // an empty value, of which get() would make a failure
-            stream.get(buffer, sizeof buffer, kQuote);
-            length = stream.gcount();
-            consumed += length;
+        const std::istream::sentry ready(stream, true);
+        BexUnicodeString value("");
+        if (ready) {
+            std::ios_base::iostate state = std::ios_base::goodbit;
+            try {
+                state = ReadText(value);
+            } catch (const std::bad_alloc&) {
+                throw;
+            } catch (...) {  // the source cannot be read
+                state = std::ios_base::badbit;
+            }
+            stream.setstate(state);
         }
-        Skip('\n');
-        return BexUnicodeString(buffer, static_cast<int>(length));
+        return value;
     }
 
     /** The next number; 0 when none stands there. */
     template <typename Value>
     Value Number() {
-        Skip('=');
+        stream.ignore(kLongestSkip, '=');
         Value value{};
         if (!(stream >> value)) {
             value = Value{};
         }
-        Skip('\n');
+        stream.ignore(kLongestSkip, '\n');
         return value;
     }
 
@@ -253,29 +276,79 @@ public:
         while (oTexts.size() < wanted && stream.good()) {
             oTexts.push_back(Text());
         }
-        if (oTexts.size() < wanted && static_cast<std::size_t>(consumed) + 1 < wanted * kShortestText) {
-            stream.setstate(std::ios_base::failbit);
+        if (oTexts.size() == wanted) {
+            return true;
+        }
+        Fail();
+        if (consumed + 1 < wanted * kShortestText) {
             oTexts.clear();
             return false;
         }
-        if (oTexts.size() < wanted) {
-            stream.setstate(std::ios_base::failbit);
-            oTexts.resize(wanted, BexUnicodeString(""));
-        }
+        oTexts.resize(wanted, BexUnicodeString(""));
         return true;
     }
 
     void Fail() { stream.setstate(std::ios_base::failbit); }
 
 private:
-    /** Goes behind the next such character, over no more than the longest skip. */
-    void Skip(char iCharacter) {
-        stream.ignore(kLongestSkip, iCharacter);
-        consumed += stream.gcount();
+    /** Reads a label, a value and the rest of the line; gives the state that the stream is in then. */
+    std::ios_base::iostate ReadText(BexUnicodeString& oValue) {
+        if (!SkipPast(kQuote)) {
+            return std::ios_base::eofbit | std::ios_base::failbit;
+        }
+        char buffer[kLongestText];
+        std::size_t length = 0;
+        const bool isEnded = TakeValue(buffer, length);
+        oValue = BexUnicodeString(buffer, static_cast<int>(length));
+        if (!isEnded) {
+            return std::ios_base::eofbit | std::ios_base::failbit;
+        }
+        return SkipPast('\n') ? std::ios_base::goodbit : std::ios_base::eofbit;
+    }
+
+    /** Goes behind the next such character, over no more than the longest skip; false at the end of the text. */
+    bool SkipPast(char iCharacter) {
+        std::streambuf& source = *stream.rdbuf();
+        std::size_t left = kLongestSkip;
+        while (left > 0) {
+            const std::string_view ahead = ReadAhead::Of(source).substr(0, left);
+            if (ahead.empty()) {
+                return false;
+            }
+            const std::size_t found = ahead.find(iCharacter);
+            const std::size_t length = found == std::string_view::npos ? ahead.size() : found + 1;
+            ReadAhead::Take(source, length);
+            consumed += length;
+            if (found != std::string_view::npos) {
+                return true;
+            }
+            left -= length;
+        }
+        return true;
+    }
+
+    /** Takes what stands before the next quote, no more than fits; false at the end of the text. */
+    bool TakeValue(char* oText, std::size_t& oLength) {
+        std::streambuf& source = *stream.rdbuf();
+        while (oLength < kLongestText) {
+            const std::string_view ahead = ReadAhead::Of(source).substr(0, kLongestText - oLength);
+            if (ahead.empty()) {
+                return false;
+            }
+            const std::size_t length = std::min(ahead.find(kQuote), ahead.size());
+            std::copy_n(ahead.data(), length, oText + oLength);
+            ReadAhead::Take(source, length);
+            oLength += length;
+            consumed += length;
+            if (length < ahead.size()) {
+                return true;
+            }
+        }
+        return true;
     }
 
     std::istream& stream;
-    std::streamsize consumed = 0;  // characters taken out since it was last set
+    std::size_t consumed = 0;  // characters that texts took since it was last set
 };
 
 constexpr std::size_t kTextsOfData = 4;

@@ -27,19 +27,39 @@ constexpr bool IsAlphanumeric(unsigned char iCode) {
     return (iCode >= '0' && iCode <= '9') || (iCode >= 'A' && iCode <= 'Z') || (iCode >= 'a' && iCode <= 'z');
 }
 
-/** For each byte whether it stands for itself in a URL; the C locale's letters and digits, whatever the locale. */
-constexpr std::array<bool, 256> MakePlainTable() {
-    std::array<bool, 256> plain{};
-    for (unsigned int code = 0; code < plain.size(); ++code) {
-        plain[code] = IsAlphanumeric(static_cast<unsigned char>(code));
-    }
+/** What a byte is in a URL. */
+struct EncodedByte {
+    char text[3];
+    unsigned char length;
+};
+static_assert(sizeof(EncodedByte) == kEscapeLength + 1);
+
+constexpr EncodedByte EncodeByte(unsigned char iCode) {
+    const char character = static_cast<char>(iCode);
     for (const char mark : {'.', '-', '*', '_'}) {
-        plain[static_cast<unsigned char>(mark)] = true;
+        if (character == mark) {
+            return {{character, 0, 0}, 1};
+        }
     }
-    return plain;
+    if (IsAlphanumeric(iCode)) {
+        return {{character, 0, 0}, 1};
+    }
+    if (character == ' ') {
+        return {{'+', 0, 0}, 1};
+    }
+    return {{'%', kHexDigits[iCode / 16], kHexDigits[iCode % 16]}, kEscapeLength};
 }
 
-constexpr std::array<bool, 256> kPlain = MakePlainTable();
+/** For each byte what it is in a URL; the C locale's letters and digits stand for themselves, whatever the locale. */
+constexpr std::array<EncodedByte, 256> MakeEncodingTable() {
+    std::array<EncodedByte, 256> table{};
+    for (unsigned int code = 0; code < table.size(); ++code) {
+        table[code] = EncodeByte(static_cast<unsigned char>(code));
+    }
+    return table;
+}
+
+constexpr std::array<EncodedByte, 256> kEncoding = MakeEncodingTable();
 
 /** For each byte its value as a hexadecimal digit, or kNoDigit. */
 constexpr std::array<signed char, 256> MakeDigitTable() {
@@ -61,6 +81,10 @@ constexpr std::array<signed char, 256> kDigitValues = MakeDigitTable();
 
 int DigitValue(char iCharacter) {
     return kDigitValues[static_cast<unsigned char>(iCharacter)];
+}
+
+int DigitValue(char16_t iUnit) {
+    return iUnit > 0xFF ? kNoDigit : kDigitValues[iUnit];
 }
 
 /** What a scan for a hexadecimal byte yields. */
@@ -146,31 +170,16 @@ private:
     std::string text;
 };
 
-/** Writes what a character is in a URL, and gives the place behind it. */
-char* PutEncoded(char* oText, char iCharacter) {
-    const auto code = static_cast<unsigned char>(iCharacter);
-    if (kPlain[code]) {
-        *oText = iCharacter;
-        return oText + 1;
-    }
-    if (iCharacter == ' ') {
-        *oText = '+';
-        return oText + 1;
-    }
-    oText[0] = '%';
-    oText[1] = kHexDigits[code / 16];
-    oText[2] = kHexDigits[code % 16];
-    return oText + kEscapeLength;
-}
-
 /** Appends the encoded form of a text. A code unit above 0xFF counts as its low 8 bits. */
 template <typename Unit>
 void AppendEncoded(std::string& ioText, View<Unit> iText) {
     const std::size_t start = ioText.size();
-    ioText.resize(start + iText.size() * kEscapeLength);
+    ioText.resize(start + iText.size() * kEscapeLength + 1);  // a whole table entry is written each time
     char* end = ioText.data() + start;
     for (const Unit unit : iText) {
-        end = PutEncoded(end, static_cast<char>(unit));
+        const EncodedByte& encoded = kEncoding[static_cast<unsigned char>(unit)];
+        std::memcpy(end, &encoded, sizeof encoded);
+        end += encoded.length;
     }
     ioText.resize(static_cast<std::size_t>(end - ioText.data()));
 }
@@ -201,6 +210,12 @@ std::basic_string<Unit> Decode(View<Unit> iText) {
     for (std::size_t at = 0; at < iText.size(); ++at) {
         const Unit unit = iText[at];
         if (unit == Unit{'%'}) {
+            if (at + kEscapeLength <= iText.size() && DigitValue(iText[at + 1]) >= 0 &&
+                DigitValue(iText[at + 2]) >= 0) {
+                *end++ = static_cast<Unit>(DigitValue(iText[at + 1]) * 16 + DigitValue(iText[at + 2]));
+                at += kEscapeLength - 1;
+                continue;
+            }
             const ScannedByte scanned = ScanEscape(iText.substr(at));
             if (scanned.found) {
                 *end++ = static_cast<Unit>(scanned.value);
@@ -521,8 +536,11 @@ BexUnicodeString QorWflUrlUtil::GetUrlParm(const BexUnicodeString& iUrl, const B
 
 void QorWflUrlUtil::AddUrlParm(BexUnicodeString& ioUrl, const BexUnicodeString& iName, const BexUnicodeString& iValue) {
     BexQorTraceStep step(trace, "QorWflUrlUtil::AddUrlParm");
-    const BexUnicodeString parm = iName + "=" + Encode(iValue);
-    ioUrl.Append(ioUrl.SearchSubString("?") < 0 ? "?" : "&").Append(parm);
+    const bool hasQuery = WithView(ioUrl, [](auto iView) { return iView.find('?') != iView.npos; });
+    std::string value("=");
+    WithView(iValue, [&value](auto iView) { AppendEncoded(value, iView); });
+    const BexUnicodeString mark(hasQuery ? "&" : "?");
+    ioUrl.Append(mark + iName + StringOf(std::move(value)));
     step << "url set to [" << ioUrl << "]" << std::endl;
 }
 
