@@ -56,13 +56,14 @@ std::optional<std::string> Locate(const std::string& iName) {
 
 /** All of a file that can be read; nothing of one that cannot be opened. */
 std::string ContentOf(const std::string& iName) {
-    constexpr std::size_t kBlock = 65536;
+    constexpr std::size_t kFirstBlock = 4096;
     std::ifstream file(iName, std::ios_base::in);
     std::string content;
     while (file.good()) {
         const std::size_t length = content.size();
-        content.resize(length + kBlock);
-        file.read(content.data() + length, kBlock);
+        const std::size_t block = std::max(length, kFirstBlock);
+        content.resize(length + block);
+        file.read(content.data() + length, static_cast<std::streamsize>(block));
         content.resize(length + static_cast<std::size_t>(file.gcount()));
     }
     return content;
