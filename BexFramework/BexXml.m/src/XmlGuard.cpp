@@ -1,5 +1,6 @@
 #include "XmlGuard.h"
 
+#include "BexUnicodeChar.h"
 #include "KeyedHash.h"
 
 #include <algorithm>
@@ -47,7 +48,8 @@ private:
     static constexpr std::size_t kRecent = 64;
 
     static std::size_t RecentSlotOf(Name iName) {
-        return (iName.size() * 8 + iName.front() + iName.back() * 4U) % kRecent;
+        return (iName.size() * 8 + BexUnicodeChar(iName.front()).Code() + BexUnicodeChar(iName.back()).Code() * 4U) %
+               kRecent;
     }
 
     static std::size_t SlotOf(const std::vector<Slot>& iSlots, Name iName, std::uint64_t iHash) {
