@@ -86,8 +86,8 @@ TEST(Import, TextThatIsNoDocumentGivesPlaceAndReason) {
         {"<Package Id=\"1\" Id=\"2\"/>", "standard input:1:"},
         {"<Package>&undefined;</Package>", "standard input:1:"},
         {"<!DOCTYPE Package [<!ENTITY e \"x\">]>\n<Package>&e;</Package>", "standard input:1:"},
-        {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Package>\xFC</Package>", "standard input"},
-        {std::string("<Package/>\0", 11), "standard input"},
+        {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Package>\xFC</Package>", "standard input:2:10: "},
+        {std::string("<Package/>\0", 11), "standard input:1:11: "},
     };
     for (const auto& test : cases) {
         SCOPED_TRACE(test.text);
