@@ -184,15 +184,12 @@ void AppendEncoded(std::string& ioText, View<Unit> iText) {
     ioText.resize(static_cast<std::size_t>(end - ioText.data()));
 }
 
-BexUnicodeString Encode(const BexUnicodeString& iText) {
-    std::string encoded;
-    WithView(iText, [&encoded](auto iView) { AppendEncoded(encoded, iView); });
-    return StringOf(std::move(encoded));
-}
-
 /** The character that an escape stands for, at its percent sign; the text may end within it. */
 template <typename Unit>
 ScannedByte ScanEscape(View<Unit> iEscape) {
+    if (iEscape.size() >= kEscapeLength && DigitValue(iEscape[1]) >= 0 && DigitValue(iEscape[2]) >= 0) {
+        return {true, static_cast<unsigned char>(DigitValue(iEscape[1]) * 16 + DigitValue(iEscape[2]))};
+    }
     char digits[kEscapeLength - 1];
     std::size_t length = 0;
     for (const Unit unit : iEscape.substr(1, kEscapeLength - 1)) {
@@ -210,12 +207,6 @@ std::basic_string<Unit> Decode(View<Unit> iText) {
     for (std::size_t at = 0; at < iText.size(); ++at) {
         const Unit unit = iText[at];
         if (unit == Unit{'%'}) {
-            if (at + kEscapeLength <= iText.size() && DigitValue(iText[at + 1]) >= 0 &&
-                DigitValue(iText[at + 2]) >= 0) {
-                *end++ = static_cast<Unit>(DigitValue(iText[at + 1]) * 16 + DigitValue(iText[at + 2]));
-                at += kEscapeLength - 1;
-                continue;
-            }
             const ScannedByte scanned = ScanEscape(iText.substr(at));
             if (scanned.found) {
                 *end++ = static_cast<Unit>(scanned.value);
@@ -269,10 +260,8 @@ void BinToHex(std::string& ioText, std::string_view iBytes) {
 
 constexpr std::string_view kShortScheme("qor://");
 constexpr std::string_view kShortActionPrefix("qor://ACTION/");
-constexpr std::string_view kLongScheme("LumenUID://Legacy+QOR1");
 constexpr std::string_view kLongPrefix("LumenUID://Legacy+QOR1/");
-constexpr const char* kActionPrefix = "LumenUID://Legacy+QOR1/default/";
-constexpr const char* kActionEnd = ".ACTION";
+constexpr std::string_view kDefaultEnvironment("default");
 constexpr std::string_view kActionSuffix("ACTION");
 constexpr const char* kContextParm = "context";
 constexpr char kPad = ' ';
@@ -499,7 +488,11 @@ BexUnicodeString QorWflUrlUtil::UrlToActionId(const BexUnicodeString& iUrl) {
 
 BexUnicodeString QorWflUrlUtil::ActionUrl(const BexUnicodeString& iActionId) {
     const BexQorTraceStep step(trace, "QorWflUrlUtil::ActionUrl");
-    return kActionPrefix + Encode(iActionId) + kActionEnd;
+    std::string url(kLongPrefix);
+    url.append(kDefaultEnvironment).append("/");
+    WithView(iActionId, [&url](auto iView) { AppendEncoded(url, iView); });
+    url.append(".").append(kActionSuffix);
+    return StringOf(std::move(url));
 }
 
 char* QorWflUrlUtil::UrlToContext(const BexUnicodeString& iUrl, BexUnicodeString& oContext) {
@@ -555,7 +548,7 @@ BexUnicodeString QorWflUrlUtil::InstanceUrl(const char* iUuid) {
     };
     std::string url;
     url.reserve(kLongestUrl);
-    url.append(kLongScheme).append("/").append(FromChar(text(kKienv), kPad)).append("/");
+    url.append(kLongPrefix).append(FromChar(text(kKienv), kPad)).append("/");
     AppendEncoded(url, FromChar(text(kDbName), '\0'));
     url += kFieldMark;
     AppendEncoded(url, FromChar(text(kKienv), '\0'));

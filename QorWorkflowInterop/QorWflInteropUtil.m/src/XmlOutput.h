@@ -5,15 +5,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
-/** Whether a code unit of a text is written as an entity reference. */
-constexpr bool IsMarkup(char16_t iUnit) {
-    constexpr std::uint64_t kMarkup = (std::uint64_t{1} << u'&') | (std::uint64_t{1} << u'<') |
-                                      (std::uint64_t{1} << u'>') | (std::uint64_t{1} << u'"');
-    return iUnit < 64 && ((kMarkup >> iUnit) & 1U) != 0;
+/** @return 1 for a code unit of a text that is written as an entity reference, else 0; without a branch. */
+constexpr unsigned int IsMarkup(char16_t iUnit) {
+    return static_cast<unsigned int>(iUnit == u'&') | static_cast<unsigned int>(iUnit == u'<') |
+           static_cast<unsigned int>(iUnit == u'>') | static_cast<unsigned int>(iUnit == u'"');
 }
 
 /** The texts that a tree can be written to: what their units are, and how more of them are appended. */
@@ -100,16 +98,14 @@ private:
         while (iText.size() - length >= kBlock) {
             unsigned int markup = 0;
             for (std::size_t i = 0; i < kBlock; ++i) {
-                const char16_t unit = iText[length + i];
-                markup |= static_cast<unsigned int>(unit == u'&') | static_cast<unsigned int>(unit == u'<') |
-                          static_cast<unsigned int>(unit == u'>') | static_cast<unsigned int>(unit == u'"');
+                markup |= IsMarkup(iText[length + i]);
             }
             if (markup != 0) {
                 break;
             }
             length += kBlock;
         }
-        while (length < iText.size() && !IsMarkup(iText[length])) {
+        while (length < iText.size() && IsMarkup(iText[length]) == 0) {
             ++length;
         }
         return length;

@@ -1,3 +1,5 @@
+#include "TextTesting.h"
+
 #include <BexListValBexUnicodeString.h>
 
 #include <gtest/gtest.h>
@@ -12,10 +14,6 @@
 #include <vector>
 
 namespace {
-
-BexUnicodeString Units(std::u16string_view iUnits) {
-    return BexUnicodeString(iUnits.data(), static_cast<int>(iUnits.size()));
-}
 
 BexListValBexUnicodeString ListOf(const std::vector<const char*>& iValues) {
     BexListValBexUnicodeString list;

@@ -1,6 +1,8 @@
 // What is left of strings, lists and buffers when the memory for an operation cannot be had: every operation is run
 // with its first, second, third ... request for memory refused, until it comes through.
 
+#include "TextTesting.h"
+
 #include <BexListValBexUnicodeString.h>
 #include <BexSequenceOctet.h>
 #include <BexUnicodeString.h>
@@ -87,18 +89,6 @@ Outcome RunGranted(long iRequests, const Operation& iOperation) {
         requestsGranted = -1;
         return Outcome::kOtherException;
     }
-}
-
-BexUnicodeString Units(std::u16string_view iUnits) {
-    return BexUnicodeString(iUnits.data(), static_cast<int>(iUnits.size()));
-}
-
-std::u16string UnitsOf(const BexUnicodeString& iText) {
-    std::u16string units;
-    for (int pos = 0; pos < iText.GetLengthInChar(); ++pos) {
-        units += iText[pos].Code();
-    }
-    return units;
 }
 
 struct StringOperation {

@@ -1,5 +1,7 @@
 // Growing a text: Append, += and +, null and empty, narrow and wide, itself.
 
+#include "TextTesting.h"
+
 #include <BexUnicodeString.h>
 
 #include <gtest/gtest.h>
@@ -13,22 +15,6 @@
 #include <vector>
 
 namespace {
-
-BexUnicodeString Units(std::u16string_view iUnits) {
-    return BexUnicodeString(iUnits.data(), static_cast<int>(iUnits.size()));
-}
-
-std::u16string UnitsOf(const BexUnicodeString& iText) {
-    std::u16string units;
-    for (int pos = 0; pos < iText.GetLengthInChar(); ++pos) {
-        units += iText[pos].Code();
-    }
-    return units;
-}
-
-bool HasWideUnit(const std::u16string& iUnits) {
-    return std::any_of(iUnits.begin(), iUnits.end(), [](char16_t iUnit) { return iUnit > 0xFF; });
-}
 
 const std::vector<std::u16string>& KindsOfText() {
     static const std::vector<std::u16string> kinds = {u"",

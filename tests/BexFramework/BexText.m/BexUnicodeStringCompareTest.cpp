@@ -1,5 +1,7 @@
 // Single code units, parts of a text, and the comparison of texts.
 
+#include "TextTesting.h"
+
 #include <BexUnicodeString.h>
 
 #include <gtest/gtest.h>
@@ -11,35 +13,6 @@
 #include <vector>
 
 namespace {
-
-BexUnicodeString Units(std::u16string_view iUnits) {
-    return BexUnicodeString(iUnits.data(), static_cast<int>(iUnits.size()));
-}
-
-std::u16string UnitsOf(const BexUnicodeString& iText) {
-    std::u16string units;
-    for (int pos = 0; pos < iText.GetLengthInChar(); ++pos) {
-        units += iText[pos].Code();
-    }
-    return units;
-}
-
-/** Every text of up to @p iLength letters of the alphabet, the empty one first. */
-std::vector<std::u16string> TextsOf(std::u16string_view iAlphabet, std::size_t iLength) {
-    std::vector<std::u16string> texts = {u""};
-    for (std::size_t next = 0; next < texts.size(); ++next) {
-        if (texts[next].size() < iLength) {
-            for (const char16_t letter : iAlphabet) {
-                texts.push_back(texts[next] + letter);
-            }
-        }
-    }
-    return texts;
-}
-
-bool HasWideUnit(const std::u16string& iUnits) {
-    return std::any_of(iUnits.begin(), iUnits.end(), [](char16_t iUnit) { return iUnit > 0xFF; });
-}
 
 TEST(BexUnicodeStringIndex, OutsideTheStringIsTheCodeUnitZero) {
     for (const BexUnicodeString& text :

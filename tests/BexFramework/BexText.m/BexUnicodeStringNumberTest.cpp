@@ -1,5 +1,7 @@
 // Numbers to text and back.
 
+#include "TextTesting.h"
+
 #include <BexUnicodeString.h>
 
 #include <gtest/gtest.h>
@@ -13,10 +15,6 @@
 #include <vector>
 
 namespace {
-
-BexUnicodeString Units(std::u16string_view iUnits) {
-    return BexUnicodeString(iUnits.data(), static_cast<int>(iUnits.size()));
-}
 
 std::string NarrowOf(const BexUnicodeString& iText) {
     return std::string(iText.ConvertToChar(), static_cast<std::size_t>(iText.GetLengthInChar()));

@@ -1,5 +1,7 @@
 // Searching, replacing and stripping, compared with naive references over all short texts of a small alphabet.
 
+#include "TextTesting.h"
+
 #include <BexUnicodeString.h>
 
 #include <gtest/gtest.h>
@@ -15,34 +17,6 @@ namespace {
 // A letter, the letter that stands for what narrow text cannot hold, and a wide unit with the low byte of the first:
 // whoever compares after narrowing, or only low bytes, confuses two of them.
 constexpr std::u16string_view kConfusing = u"a?\u0161";
-
-BexUnicodeString Units(std::u16string_view iUnits) {
-    return BexUnicodeString(iUnits.data(), static_cast<int>(iUnits.size()));
-}
-
-std::u16string UnitsOf(const BexUnicodeString& iText) {
-    std::u16string units;
-    for (int pos = 0; pos < iText.GetLengthInChar(); ++pos) {
-        units += iText[pos].Code();
-    }
-    return units;
-}
-
-std::vector<std::u16string> TextsOf(std::u16string_view iAlphabet, std::size_t iLength) {
-    std::vector<std::u16string> texts = {u""};
-    for (std::size_t next = 0; next < texts.size(); ++next) {
-        if (texts[next].size() < iLength) {
-            for (const char16_t letter : iAlphabet) {
-                texts.push_back(texts[next] + letter);
-            }
-        }
-    }
-    return texts;
-}
-
-bool HasWideUnit(const std::u16string& iUnits) {
-    return std::any_of(iUnits.begin(), iUnits.end(), [](char16_t iUnit) { return iUnit > 0xFF; });
-}
 
 int NaiveSearch(const std::u16string& iText, const std::u16string& iPart, int iFrom, int iMode) {
     int found = -1;

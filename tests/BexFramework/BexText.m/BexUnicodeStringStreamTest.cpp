@@ -1,5 +1,7 @@
 // Lines from a stream and text to a stream.
 
+#include "TextTesting.h"
+
 #include <BexUnicodeString.h>
 
 #include <gmock/gmock.h>
@@ -15,10 +17,6 @@
 namespace {
 
 using testing::ElementsAreArray;
-
-BexUnicodeString Units(std::u16string_view iUnits) {
-    return BexUnicodeString(iUnits.data(), static_cast<int>(iUnits.size()));
-}
 
 std::string NarrowOf(const BexUnicodeString& iText) {
     return std::string(iText.ConvertToChar(), static_cast<std::size_t>(iText.GetLengthInChar()));

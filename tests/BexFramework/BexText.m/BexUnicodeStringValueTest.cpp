@@ -1,5 +1,7 @@
 // How strings come into being, are copied, moved and reset, and how they convert to and from narrow text.
 
+#include "TextTesting.h"
+
 #include <BexUnicodeString.h>
 
 #include <gtest/gtest.h>
@@ -13,18 +15,6 @@
 #include <vector>
 
 namespace {
-
-BexUnicodeString Units(std::u16string_view iUnits) {
-    return BexUnicodeString(iUnits.data(), static_cast<int>(iUnits.size()));
-}
-
-std::u16string UnitsOf(const BexUnicodeString& iText) {
-    std::u16string units;
-    for (int pos = 0; pos < iText.GetLengthInChar(); ++pos) {
-        units += iText[pos].Code();
-    }
-    return units;
-}
 
 std::string NarrowOf(const BexUnicodeString& iText) {
     return std::string(iText.ConvertToChar(), static_cast<std::size_t>(iText.GetLengthInChar()));
