@@ -1,7 +1,5 @@
-#include "Export.h"
-#include "Failure.h"
+#include "Commands.h"
 #include "Files.h"
-#include "Import.h"
 
 #include <CLI/CLI.hpp>
 
@@ -10,13 +8,10 @@
 #include <exception>
 #include <iostream>
 #include <new>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace {
-
-enum ExitStatus { kDone = 0, kWrongInput = 1, kWrongUsage = 2 };
 
 /** Tells the user what went wrong. Control characters, which can come from inputs, do not reach the terminal. */
 void Report(const std::string& iMessage) {
@@ -33,7 +28,7 @@ void Report(const std::string& iMessage) {
     std::cerr << line << '\n';
 }
 
-/** The command line, and what to do for it. */
+/** The command line with all commands. */
 class CommandLine {
 public:
     CommandLine() {
@@ -42,10 +37,11 @@ public:
         app.footer(
             "Exit status: 0 done, 1 an input is wrong or the output cannot be written, 2 wrong usage.\n"
             "'qorwfl COMMAND --help' tells more about a command.");
-        AddExport();
-        AddImport();
+        AddExportCommand(app, status);
+        AddImportCommand(app, status);
     }
 
+    /** Reads the arguments and does what they ask for. */
     ExitStatus Run(int iCount, const char* const* iArguments) {
         try {
             app.parse(iCount, iArguments);
@@ -56,12 +52,7 @@ public:
         } catch (const CLI::ParseError& end) {  // help and version come this way too
             return Leave(end);
         }
-        if (exportCommand->parsed()) {
-            Export(input, config);
-        } else {
-            Import(input);
-        }
-        return kDone;
+        return status;
     }
 
 private:
@@ -71,35 +62,8 @@ private:
         return asked ? kDone : kWrongUsage;
     }
 
-    void AddExport() {
-        exportCommand = app.add_subcommand("export", "Print the XPDL document of a workflow action");
-        exportCommand->add_option("ACTION", input, "The action, a JSON file; - for the standard input")
-            ->required()
-            ->type_name("");
-        exportCommand
-            ->add_option("--config", config,
-                         "The property file, or the folder with the file QorWflActionManager in it;\n"
-                         "without it, that file is looked for along BexMsgCatalogPath")
-            ->type_name("FILE_OR_DIR");
-        exportCommand->footer(
-            "Example:\n"
-            "  qorwfl export examples/review.json --config examples/QorWflActionManager > review.xpdl");
-    }
-
-    void AddImport() {
-        CLI::App* command = app.add_subcommand("import", "Print the record that an XPDL document holds");
-        command->add_option("FILE", input, "The document; - for the standard input")->required()->type_name("");
-        command->footer(
-            "A document in which a required element is missing is printed as far as it is read, with exit status 1.\n"
-            "\n"
-            "Example:\n"
-            "  qorwfl import examples/reply.xpdl");
-    }
-
     CLI::App app{"Connects the workflow actions of a PDM server to an external workflow tool", "qorwfl"};
-    CLI::App* exportCommand = nullptr;
-    std::string input;
-    std::optional<std::string> config;
+    ExitStatus status = kDone;
 };
 
 }  // namespace

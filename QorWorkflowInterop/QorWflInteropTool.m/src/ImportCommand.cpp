@@ -1,5 +1,4 @@
-#include "Import.h"
-
+#include "Commands.h"
 #include "Failure.h"
 #include "Files.h"
 #include "RequiredElements.h"
@@ -9,6 +8,8 @@
 #include <DOMParser.h>
 #include <QorWflInteropInfo.h>
 #include <QorWflXmlToActivity.h>
+
+#include <CLI/CLI.hpp>
 
 #include <memory>
 #include <optional>
@@ -44,8 +45,7 @@ std::string RecordText(const std::string& iText) {
     return text.str();
 }
 
-}  // namespace
-
+/** Writes the record of a document to the standard output. */
 void Import(const std::string& iDocumentFile) {
     const std::string text = ReadInput(iDocumentFile);
     const std::string fileName = InputName(iDocumentFile);
@@ -54,4 +54,18 @@ void Import(const std::string& iDocumentFile) {
     if (const std::optional<std::string> missing = FindMissingElement(document)) {
         throw Failure(fileName + ": " + *missing + ": required element missing; the reading stopped there");
     }
+}
+
+}  // namespace
+
+void AddImportCommand(CLI::App& ioApp, ExitStatus&) {
+    CLI::App* command = ioApp.add_subcommand("import", "Print the record that an XPDL document holds");
+    const auto file = std::make_shared<std::string>();
+    command->add_option("FILE", *file, "The document; - for the standard input")->required()->type_name("");
+    command->footer(
+        "A document in which a required element is missing is printed as far as it is read, with exit status 1.\n"
+        "\n"
+        "Example:\n"
+        "  qorwfl import examples/reply.xpdl");
+    command->callback([file] { Import(*file); });
 }
