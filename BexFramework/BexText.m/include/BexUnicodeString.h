@@ -2,12 +2,13 @@
 #define BexUnicodeString_H
 
 #include "BexExport.h"
+#include "BexNarrowText.h"
 #include "BexUnicodeChar.h"
 
 #include <iosfwd>
 #include <memory>
-#include <string>
 #include <string_view>
+#include <utility>
 
 /**
  * The framework's string: a sequence of UTF-16 code units, or one of two kinds of nothing.
@@ -17,7 +18,7 @@
  *
  * Narrow (8-bit) text is ISO-8859-1 in both directions, whatever the locale: byte b and code unit b are the same.
  * Text is kept one byte a character until a code unit above 0xFF comes in, so ConvertToChar() of 8-bit text costs
- * nothing; up to 15 characters live inside the object.
+ * nothing; up to 31 characters live inside the object.
  *
  * Positions count from 0. No argument is undefined: a negative position or start counts as 0, a negative length as 0,
  * a null pointer with a length as no text; another mode, format or flag than those listed does nothing and gives the
@@ -31,7 +32,7 @@
 class BEX_EXPORT BexUnicodeString {
 public:
     /** A null string. */
-    BexUnicodeString() noexcept;
+    BexUnicodeString() noexcept = default;
     /** From NUL-terminated narrow text: a null pointer gives a null string, "" an empty one. */
     BexUnicodeString(const char* iText);
     /** Exactly @p iLength bytes of narrow text, NUL bytes included. A null pointer or a length below 1 gives an empty
@@ -42,15 +43,25 @@ public:
     /** A copy; null stays null. */
     BexUnicodeString(const BexUnicodeString& iOther);
     /** Takes over the text of @p ioOther, which is null afterwards. */
-    BexUnicodeString(BexUnicodeString&& ioOther) noexcept;
-    ~BexUnicodeString();
+    BexUnicodeString(BexUnicodeString&& ioOther) noexcept
+        : narrow(std::move(ioOther.narrow)), wide(std::move(ioOther.wide)), null(std::exchange(ioOther.null, true)) {}
+    ~BexUnicodeString() = default;
     /** Becomes a copy; null stays null. */
     BexUnicodeString& operator=(const BexUnicodeString& iOther);
     /** Takes over the text of @p ioOther, which is null afterwards. */
-    BexUnicodeString& operator=(BexUnicodeString&& ioOther) noexcept;
+    BexUnicodeString& operator=(BexUnicodeString&& ioOther) noexcept {
+        if (this != &ioOther) {
+            narrow = std::move(ioOther.narrow);
+            wide = std::move(ioOther.wide);
+            null = std::exchange(ioOther.null, true);
+        }
+        return *this;
+    }
 
-    /** A string that takes over narrow text without copying it; never null. */
-    [[nodiscard]] static BexUnicodeString FromNarrow(std::string iText);
+    /** A string of exactly that narrow text; never null. */
+    [[nodiscard]] static BexUnicodeString FromNarrow(std::string_view iText);
+    /** The same, taking the text over without a copy. */
+    [[nodiscard]] static BexUnicodeString FromNarrow(BexNarrowText&& ioText) noexcept;
 
     /** @return 1 for a null string, else 0. */
     int IsNull() const noexcept { return null ? 1 : 0; }
@@ -142,7 +153,7 @@ public:
      * @return the text while every code unit fits a byte; empty for a text that IsWide(). Valid until the string
      * changes.
      */
-    std::string_view NarrowView() const noexcept { return narrow; }
+    std::string_view NarrowView() const noexcept { return narrow.View(); }
     /** @return the code units of a text that IsWide(), else empty. Valid until the string changes. */
     std::u16string_view WideView() const noexcept;
     /** @return whether any code unit is above 0xFF. */
@@ -159,14 +170,18 @@ public:
 
 private:
     struct WideText;
+    struct BEX_EXPORT WideTextDeleter {
+        void operator()(WideText* iText) const noexcept;
+    };
 
     void Assign(std::u16string_view iUnits);
     void AppendUnits(std::u16string_view iUnits);
-    void SetNarrow(std::string iText) noexcept;
+    void SetNarrow(BexNarrowText&& ioText) noexcept;
+    void SetNarrow(std::string_view iText);
 
-    std::string narrow;              // the text while every code unit fits a byte, else empty
-    std::unique_ptr<WideText> wide;  // the text as soon as one does not, else null
-    bool null = true;                // null, not just empty
+    BexNarrowText narrow;                             // the text while every code unit fits a byte, else empty
+    std::unique_ptr<WideText, WideTextDeleter> wide;  // the text as soon as one does not, else null
+    bool null = true;                                 // null, not just empty
 };
 
 /** The two texts, one behind the other; never null. */

@@ -9,7 +9,7 @@
 namespace {
 
 /** Up to here looking at every value costs less than an index. */
-constexpr std::size_t kFewValues = 16;
+constexpr std::size_t kFewValues = 8;
 
 }  // namespace
 
@@ -63,8 +63,12 @@ void BexListValBexUnicodeString::IndexLast() noexcept {
     }
 }
 
-int BexListValBexUnicodeString::Size() const noexcept {
-    return static_cast<int>(values.size());
+/** Room grows in steps that keep appending constant on average, however often a little more is asked for. */
+void BexListValBexUnicodeString::Reserve(int iCount) {
+    const auto count = static_cast<std::size_t>(std::max(iCount, 0));
+    if (count > values.capacity()) {
+        values.reserve(std::max(count, 2 * values.capacity()));
+    }
 }
 
 const BexUnicodeString& BexListValBexUnicodeString::operator[](int iPos) const noexcept {
@@ -73,18 +77,23 @@ const BexUnicodeString& BexListValBexUnicodeString::operator[](int iPos) const n
 }
 
 void BexListValBexUnicodeString::Set(int iPos, const BexUnicodeString& iValue) {
+    if (iPos >= 1 && iPos <= Size()) {
+        Set(iPos, BexUnicodeString(iValue));
+    }
+}
+
+void BexListValBexUnicodeString::Set(int iPos, BexUnicodeString&& ioValue) noexcept {
     if (iPos < 1 || iPos > Size()) {
         return;
     }
-    BexUnicodeString fresh(iValue);
     BexUnicodeString& value = values[static_cast<std::size_t>(iPos) - 1];
     BexTextIndex* made = index.load(std::memory_order_relaxed);
-    if (made == nullptr || value == fresh) {
-        value = std::move(fresh);
+    if (made == nullptr || value == ioValue) {
+        value = std::move(ioValue);
         return;
     }
     made->Remove(values, iPos - 1);
-    value = std::move(fresh);
+    value = std::move(ioValue);
     try {
         made->Add(values, iPos - 1);
     } catch (...) {
@@ -102,6 +111,18 @@ int BexListValBexUnicodeString::Locate(const BexUnicodeString& iValue, int iFrom
     }
     const auto found = std::find(values.begin() + from, values.end(), iValue);
     return found == values.end() ? 0 : static_cast<int>(found - values.begin()) + 1;
+}
+
+int BexListValBexUnicodeString::LocateOrAppend(BexUnicodeString&& ioValue) {
+    if (values.size() > kFewValues) {
+        return Index().FindOrAppend(values, std::move(ioValue)) + 1;
+    }
+    const int position = Locate(ioValue);
+    if (position == 0) {
+        Append(std::move(ioValue));
+        return Size();
+    }
+    return position;
 }
 
 void BexListValBexUnicodeString::RemoveAll() noexcept {
@@ -129,7 +150,7 @@ void BexListValBexUnicodeString::RemoveDuplicates() {
 }
 
 /** The index, made once however many threads ask for it. */
-const BexTextIndex& BexListValBexUnicodeString::Index() const {
+BexTextIndex& BexListValBexUnicodeString::Index() const {
     BexTextIndex* made = index.load(std::memory_order_acquire);
     if (made == nullptr) {
         auto fresh = std::make_unique<BexTextIndex>(values);

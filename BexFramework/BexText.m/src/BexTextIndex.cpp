@@ -2,114 +2,126 @@
 
 #include "KeyedHash.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr std::size_t kFirstSlots = 64;
+constexpr std::size_t kFirstSlots = 256;
 
-std::uint64_t HashOfText(const BexUnicodeString& iText) noexcept {
-    if (iText.IsWide()) {
-        return KeyedHash(iText.WideView().data(), iText.WideView().size() * sizeof(char16_t));
-    }
-    return KeyedHash(iText.NarrowView().data(), iText.NarrowView().size());
+std::uint32_t HashOfText(const BexUnicodeString& iText) noexcept {
+    const std::uint64_t hash = iText.IsWide()
+                                   ? KeyedHash(iText.WideView().data(), iText.WideView().size() * sizeof(char16_t))
+                                   : KeyedHash(iText.NarrowView().data(), iText.NarrowView().size());
+    return static_cast<std::uint32_t>(hash);
 }
 
 }  // namespace
 
-int BexTextIndex::Group::FirstFrom(int iFrom) const {
-    if (!several) {
-        return only >= iFrom ? only : -1;
-    }
-    const auto found = several->lower_bound(iFrom);
-    return found == several->end() ? -1 : *found;
-}
-
-void BexTextIndex::Group::Insert(int iPos) {
-    if (several) {
-        several->insert(several->end(), iPos);
-    } else if (only < 0) {
-        only = iPos;
-    } else {
-        several = std::make_unique<std::set<int>>(std::initializer_list<int>{only, iPos});
-    }
-}
-
-void BexTextIndex::Group::Erase(int iPos) {
-    if (several) {
-        several->erase(iPos);
-    } else {
-        only = -1;
-    }
-}
-
-BexTextIndex::BexTextIndex(const Values& iValues) : slots(kFirstSlots, kFree) {
+BexTextIndex::BexTextIndex(const Values& iValues) : slots(kFirstSlots) {
     for (std::size_t pos = 0; pos < iValues.size(); ++pos) {
         Add(iValues, static_cast<int>(pos));
     }
 }
 
 void BexTextIndex::Add(const Values& iValues, int iPos) {
-    if (groups.size() >= slots.size() / 2) {
-        Grow();
-    }
+    MakeRoom();
     const BexUnicodeString& value = iValues[static_cast<std::size_t>(iPos)];
-    const std::uint64_t hash = HashOfText(value);
-    std::uint32_t& slot = slots[SlotOf(iValues, value, hash)];
-    if (slot != kFree) {
-        groups[slot].Insert(iPos);
-        return;
+    const std::uint32_t hash = HashOfText(value);
+    Slot& slot = slots[SlotOf(iValues, value, hash)];
+    if (slot.place == kFree) {
+        slot = {hash, static_cast<std::uint32_t>(iPos)};
+        ++taken;
+    } else if (IsSeveral(slot)) {
+        SeveralOf(slot).insert(iPos);
+    } else {
+        several.push_back({static_cast<int>(slot.place), iPos});
+        slot.place = kSeveral + static_cast<std::uint32_t>(several.size() - 1);
     }
-    groups.emplace_back();
-    groups.back().hash = hash;
-    groups.back().Insert(iPos);
-    slot = static_cast<std::uint32_t>(groups.size() - 1);
 }
 
 void BexTextIndex::Remove(const Values& iValues, int iPos) {
     const BexUnicodeString& value = iValues[static_cast<std::size_t>(iPos)];
-    groups[slots[SlotOf(iValues, value, HashOfText(value))]].Erase(iPos);
+    Slot& slot = slots[SlotOf(iValues, value, HashOfText(value))];
+    if (IsSeveral(slot)) {
+        SeveralOf(slot).erase(iPos);
+    }
+    if (!IsSeveral(slot) || SeveralOf(slot).empty()) {
+        slot.place = kGone;
+    }
 }
 
 int BexTextIndex::Find(const Values& iValues, const BexUnicodeString& iValue, int iFrom) const {
-    const std::uint32_t slot = slots[SlotOf(iValues, iValue, HashOfText(iValue))];
-    return slot == kFree ? -1 : groups[slot].FirstFrom(iFrom);
+    const Slot& slot = slots[SlotOf(iValues, iValue, HashOfText(iValue))];
+    if (slot.place == kFree) {
+        return -1;
+    }
+    if (IsSeveral(slot)) {
+        const auto found = SeveralOf(slot).lower_bound(iFrom);
+        return found == SeveralOf(slot).end() ? -1 : *found;
+    }
+    const int only = FirstOf(slot);
+    return only >= iFrom ? only : -1;
 }
 
-/** The slot of the group of that value, or the free one where it would stand. A group without positions is passed over.
- */
-std::size_t BexTextIndex::SlotOf(const Values& iValues, const BexUnicodeString& iValue, std::uint64_t iHash) const {
+int BexTextIndex::FindOrAppend(Values& ioValues, BexUnicodeString&& ioValue) {
+    MakeRoom();
+    const std::uint32_t hash = HashOfText(ioValue);
+    Slot& slot = slots[SlotOf(ioValues, ioValue, hash)];
+    if (slot.place == kFree) {
+        const auto end = static_cast<std::uint32_t>(ioValues.size());
+        ioValues.push_back(std::move(ioValue));
+        slot = {hash, end};
+        ++taken;
+    }
+    return FirstOf(slot);
+}
+
+/** The first position of a slot that stands for a value. */
+int BexTextIndex::FirstOf(const Slot& iSlot) const {
+    return IsSeveral(iSlot) ? *SeveralOf(iSlot).begin() : static_cast<int>(iSlot.place);
+}
+
+/** The slot of that value, or the free one where it would stand. */
+std::size_t BexTextIndex::SlotOf(const Values& iValues, const BexUnicodeString& iValue, std::uint32_t iHash) const {
     const std::size_t mask = slots.size() - 1;
-    std::size_t slot = iHash & mask;
-    while (slots[slot] != kFree) {
-        const Group& group = groups[slots[slot]];
-        if (group.hash == iHash && !group.IsEmpty() && iValues[static_cast<std::size_t>(group.First())] == iValue) {
+    std::size_t at = iHash & mask;
+    while (slots[at].place != kFree) {
+        const Slot& slot = slots[at];
+        if (slot.hash == iHash && slot.place != kGone && iValues[static_cast<std::size_t>(FirstOf(slot))] == iValue) {
             break;
         }
-        slot = (slot + 1) & mask;
+        at = (at + 1) & mask;
     }
-    return slot;
+    return at;
 }
 
-/** Drops the groups without positions, then doubles the slots if the others still fill a quarter of them. */
-void BexTextIndex::Grow() {
-    std::vector<Group> kept;
-    kept.reserve(groups.size());
-    std::size_t used = 0;
-    for (const Group& group : groups) {
-        used += group.IsEmpty() ? 0U : 1U;
+/** Has one more free slot than there must be: drops what is gone, and doubles the slots if the others still fill a
+ * quarter of them. */
+void BexTextIndex::MakeRoom() {
+    if (taken < slots.size() / 2) {
+        return;
     }
-    std::vector<std::uint32_t> fresh(used * 4 >= slots.size() ? slots.size() * 2 : slots.size(), kFree);
-    for (Group& group : groups) {
-        if (!group.IsEmpty()) {
-            std::size_t slot = group.hash & (fresh.size() - 1);
-            while (fresh[slot] != kFree) {
-                slot = (slot + 1) & (fresh.size() - 1);
-            }
-            fresh[slot] = static_cast<std::uint32_t>(kept.size());
-            kept.push_back(std::move(group));
+    const auto gone = std::count_if(slots.begin(), slots.end(), [](const Slot& iSlot) { return iSlot.place == kGone; });
+    const std::size_t used = taken - static_cast<std::size_t>(gone);
+    std::vector<Slot> fresh(used * 4 >= slots.size() ? slots.size() * 2 : slots.size());
+    std::vector<std::set<int>> kept;
+    kept.reserve(several.size());  // from here on nothing fails
+    for (const Slot& slot : slots) {
+        if (slot.place == kFree || slot.place == kGone) {
+            continue;
+        }
+        std::size_t at = slot.hash & (fresh.size() - 1);
+        while (fresh[at].place != kFree) {
+            at = (at + 1) & (fresh.size() - 1);
+        }
+        fresh[at] = slot;
+        if (IsSeveral(slot)) {
+            fresh[at].place = kSeveral + static_cast<std::uint32_t>(kept.size());
+            kept.push_back(std::move(SeveralOf(slot)));
         }
     }
-    groups = std::move(kept);
     slots = std::move(fresh);
+    several = std::move(kept);
+    taken = used;
 }

@@ -5,15 +5,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <set>
 #include <vector>
 
 /**
  * Finds the positions of a value in a list of strings in constant time on average.
  *
- * Open addressing over groups of equal values. The values stay in the list; the index knows their positions, from 0,
- * and is told of every change. Its hash cannot be foreseen, so no choice of values makes it slow.
+ * Open addressing: a slot stands for the positions of one value. The values stay in the list; the index knows their
+ * positions, from 0, and is told of every change. Its hash cannot be foreseen, so no choice of values makes it slow.
  */
 class BexTextIndex {
 public:
@@ -28,27 +27,34 @@ public:
     void Remove(const Values& iValues, int iPos);
     /** @return the first position at or after @p iFrom that holds @p iValue, or -1. */
     int Find(const Values& iValues, const BexUnicodeString& iValue, int iFrom) const;
+    /**
+     * Looks for a value, and appends it when it is not there.
+     * @param ioValue is taken over if it is appended, else left as it is
+     * @return its first position.
+     * @throw std::bad_alloc with both unchanged.
+     */
+    int FindOrAppend(Values& ioValues, BexUnicodeString&& ioValue);
 
 private:
-    /** The positions of one value. Most values stand in one place only. */
-    struct Group {
-        std::uint64_t hash = 0;
-        int only = -1;                           // the one position, while there is one
-        std::unique_ptr<std::set<int>> several;  // all positions, as soon as there were two
-
-        bool IsEmpty() const { return several ? several->empty() : only < 0; }
-        int First() const { return several ? *several->begin() : only; }
-        int FirstFrom(int iFrom) const;
-        void Insert(int iPos);
-        void Erase(int iPos);
+    /** Where one value stands; most values stand in one place only. */
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t place = kFree;  // a position, kSeveral with a place in `several`, kFree or kGone
     };
     static constexpr std::uint32_t kFree = UINT32_MAX;
+    static constexpr std::uint32_t kGone = UINT32_MAX - 1;  // nothing any more, but a search goes on behind it
+    static constexpr std::uint32_t kSeveral = 0x8000'0000;  // more than one position; those are below it
 
-    std::size_t SlotOf(const Values& iValues, const BexUnicodeString& iValue, std::uint64_t iHash) const;
-    void Grow();
+    static bool IsSeveral(const Slot& iSlot) { return iSlot.place >= kSeveral && iSlot.place < kGone; }
+    std::set<int>& SeveralOf(const Slot& iSlot) { return several[iSlot.place - kSeveral]; }
+    const std::set<int>& SeveralOf(const Slot& iSlot) const { return several[iSlot.place - kSeveral]; }
+    int FirstOf(const Slot& iSlot) const;
+    std::size_t SlotOf(const Values& iValues, const BexUnicodeString& iValue, std::uint32_t iHash) const;
+    void MakeRoom();
 
-    std::vector<Group> groups;
-    std::vector<std::uint32_t> slots;  // positions in groups, or kFree; a power of two of them
+    std::vector<Slot> slots;             // a power of two of them
+    std::size_t taken = 0;               // how many of them are not free
+    std::vector<std::set<int>> several;  // the positions of values that stand, or stood, in more than one place
 };
 
 #endif

@@ -167,20 +167,16 @@ std::string DecimalText(Number iNumber) {
 
 }  // namespace
 
-BexUnicodeString::BexUnicodeString() noexcept = default;
-
 BexUnicodeString::BexUnicodeString(const char* iText) {
     if (iText != nullptr) {
-        const std::size_t length = std::strlen(iText);
-        CheckLength(length);
-        narrow.assign(iText, length);
+        narrow.Assign(iText);
         null = false;
     }
 }
 
 BexUnicodeString::BexUnicodeString(const char* iText, int iLength) : null(false) {
     if (iText != nullptr) {
-        narrow.assign(iText, Clamp(iLength));
+        narrow.Assign(std::string_view(iText, Clamp(iLength)));
     }
 }
 
@@ -190,15 +186,12 @@ BexUnicodeString::BexUnicodeString(const char16_t* iText, int iLength) {
 
 BexUnicodeString::BexUnicodeString(const BexUnicodeString& iOther)
     : narrow(iOther.narrow),
-      wide(iOther.wide ? std::make_unique<WideText>(std::u16string(iOther.WideView())) : nullptr),
+      wide(iOther.wide ? new WideText(std::u16string(iOther.WideView())) : nullptr),
       null(iOther.null) {}
 
-BexUnicodeString::BexUnicodeString(BexUnicodeString&& ioOther) noexcept
-    : narrow(std::move(ioOther.narrow)), wide(std::move(ioOther.wide)), null(ioOther.null) {
-    ioOther.Reset();
+void BexUnicodeString::WideTextDeleter::operator()(WideText* iText) const noexcept {
+    delete iText;
 }
-
-BexUnicodeString::~BexUnicodeString() = default;
 
 BexUnicodeString& BexUnicodeString::operator=(const BexUnicodeString& iOther) {
     if (this == &iOther) {
@@ -213,35 +206,30 @@ BexUnicodeString& BexUnicodeString::operator=(const BexUnicodeString& iOther) {
     return *this;
 }
 
-BexUnicodeString& BexUnicodeString::operator=(BexUnicodeString&& ioOther) noexcept {
-    if (this != &ioOther) {
-        narrow = std::move(ioOther.narrow);
-        wide = std::move(ioOther.wide);
-        null = ioOther.null;
-        ioOther.Reset();
-    }
-    return *this;
+BexUnicodeString BexUnicodeString::FromNarrow(std::string_view iText) {
+    BexUnicodeString text;
+    text.SetNarrow(iText);
+    return text;
 }
 
-BexUnicodeString BexUnicodeString::FromNarrow(std::string iText) {
-    CheckLength(iText.size());
+BexUnicodeString BexUnicodeString::FromNarrow(BexNarrowText&& ioText) noexcept {
     BexUnicodeString text;
-    text.SetNarrow(std::move(iText));
+    text.SetNarrow(std::move(ioText));
     return text;
 }
 
 void BexUnicodeString::Reset() noexcept {
-    narrow.clear();
+    narrow.Clear();
     wide.reset();
     null = true;
 }
 
 const char* BexUnicodeString::ConvertToChar() const {
-    return wide ? wide->Narrow().c_str() : narrow.c_str();
+    return wide ? wide->Narrow().c_str() : narrow.CString();
 }
 
 int BexUnicodeString::GetLengthInChar() const noexcept {
-    return static_cast<int>(wide ? WideView().size() : narrow.size());
+    return static_cast<int>(wide ? WideView().size() : narrow.Length());
 }
 
 BexUnicodeChar BexUnicodeString::operator[](int iPos) const noexcept {
@@ -249,7 +237,7 @@ BexUnicodeChar BexUnicodeString::operator[](int iPos) const noexcept {
         return BexUnicodeChar();
     }
     const auto pos = static_cast<std::size_t>(iPos);
-    return wide ? BexUnicodeChar(WideView()[pos]) : BexUnicodeChar(narrow[pos]);
+    return wide ? BexUnicodeChar(WideView()[pos]) : BexUnicodeChar(NarrowView()[pos]);
 }
 
 std::u16string_view BexUnicodeString::WideView() const noexcept {
@@ -262,7 +250,7 @@ BexUnicodeString BexUnicodeString::SubString(int iPos, int iLength) const {
     if (wide) {
         part.Assign(WideView().substr(pos, Clamp(iLength)));
     } else {
-        part.SetNarrow(narrow.substr(pos, Clamp(iLength)));
+        part.SetNarrow(NarrowView().substr(pos, Clamp(iLength)));
     }
     return part;
 }
@@ -280,7 +268,7 @@ int BexUnicodeString::SearchSubString(const BexUnicodeString& iText, int iFrom, 
     if (!wide && !iText.wide) {
         found = TextSearch::Find(NarrowView().substr(from), iText.NarrowView(), last);
     } else if (wide) {
-        const std::u16string widened = Latin1::Widen(iText.narrow);
+        const std::u16string widened = Latin1::Widen(iText.NarrowView());
         const std::u16string_view pattern = iText.wide ? iText.WideView() : std::u16string_view(widened);
         found = TextSearch::Find(WideView().substr(from), pattern, last);
     }  // a wide pattern is in no narrow text
@@ -301,7 +289,7 @@ BexUnicodeString BexUnicodeString::Strip(int iMode, BexUnicodeChar iChar) const 
     if (wide) {
         stripped.Assign(StripUnits(WideView(), iMode, iChar.Code()));
     } else if (iChar.Code() > 0xFF) {
-        stripped.SetNarrow(narrow);
+        stripped.SetNarrow(NarrowView());
     } else {
         stripped.SetNarrow(StripUnits(NarrowView(), iMode, iChar.ConvertToChar()));
     }
@@ -310,11 +298,10 @@ BexUnicodeString BexUnicodeString::Strip(int iMode, BexUnicodeChar iChar) const 
 
 BexUnicodeString& BexUnicodeString::Append(const BexUnicodeString& iText) {
     if (wide || iText.wide) {
-        const std::u16string widened = Latin1::Widen(iText.narrow);
+        const std::u16string widened = Latin1::Widen(iText.NarrowView());
         AppendUnits(iText.wide ? iText.WideView() : std::u16string_view(widened));
     } else {
-        CheckLength(narrow.size() + iText.narrow.size());
-        narrow += iText.narrow;
+        narrow.Append(iText.NarrowView());
         null = false;
     }
     return *this;
@@ -324,9 +311,7 @@ BexUnicodeString& BexUnicodeString::Append(const char* iText) {
     if (wide || iText == nullptr) {
         return Append(BexUnicodeString(iText));
     }
-    const std::size_t length = std::strlen(iText);
-    CheckLength(narrow.size() + length);
-    narrow.append(iText, length);
+    narrow.Append(iText);
     null = false;
     return *this;
 }
@@ -336,8 +321,7 @@ BexUnicodeString& BexUnicodeString::Append(BexUnicodeChar iChar) {
     if (wide || unit > 0xFF) {
         AppendUnits(std::u16string_view(&unit, 1));
     } else {
-        CheckLength(narrow.size() + 1);
-        narrow += iChar.ConvertToChar();
+        narrow.Append(iChar.ConvertToChar());
         null = false;
     }
     return *this;
@@ -377,8 +361,7 @@ int BexUnicodeString::BuildFromStream(std::istream& ioStream, int iFlag) {
     }
     std::string line;
     const bool read = ReadLine(ioStream, line);
-    CheckLength(line.size());
-    SetNarrow(std::move(line));
+    SetNarrow(line);
     return read ? 0 : -1;
 }
 
@@ -386,10 +369,12 @@ int BexUnicodeString::BuildFromStream(std::istream& ioStream, int iFlag) {
 void BexUnicodeString::Assign(std::u16string_view iUnits) {
     CheckLength(iUnits.size());
     if (Latin1::Fits(iUnits)) {
-        SetNarrow(Latin1::Narrow(iUnits));
+        BexNarrowText text;
+        Latin1::Narrow(iUnits, text.Extend(iUnits.size()));
+        SetNarrow(std::move(text));
     } else {
-        wide = std::make_unique<WideText>(std::u16string(iUnits));
-        narrow.clear();
+        wide.reset(new WideText(std::u16string(iUnits)));
+        narrow.Clear();
         null = false;
     }
 }
@@ -398,12 +383,18 @@ void BexUnicodeString::AppendUnits(std::u16string_view iUnits) {
     if (wide) {
         wide->Append(iUnits);
     } else {
-        Assign(Latin1::Widen(narrow).append(iUnits));
+        Assign(Latin1::Widen(NarrowView()).append(iUnits));
     }
 }
 
-void BexUnicodeString::SetNarrow(std::string iText) noexcept {
-    narrow = std::move(iText);
+void BexUnicodeString::SetNarrow(BexNarrowText&& ioText) noexcept {
+    narrow = std::move(ioText);
+    wide.reset();
+    null = false;
+}
+
+void BexUnicodeString::SetNarrow(std::string_view iText) {
+    narrow.Assign(iText);
     wide.reset();
     null = false;
 }

@@ -33,19 +33,36 @@ std::uint64_t Mix(std::uint64_t iLeft, std::uint64_t iRight) noexcept {
     return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
 }
 
+template <typename Word>
+std::uint64_t WordAt(const unsigned char* iBytes) noexcept {
+    Word word;
+    std::memcpy(&word, iBytes, sizeof word);
+    return word;
+}
+
 }  // namespace
 
 std::uint64_t KeyedHash(const void* iBytes, std::size_t iLength) noexcept {
     static const Secret secret = MakeSecret();
     const auto* bytes = static_cast<const unsigned char*>(iBytes);
     std::uint64_t hash = secret.first ^ iLength;
-    while (iLength > 0) {
-        const std::size_t part = iLength < 16 ? iLength : 16;
-        std::uint64_t words[2] = {0, 0};
-        std::memcpy(words, bytes, part);
-        hash = Mix(words[0] ^ secret.second, words[1] ^ hash ^ secret.first);
-        bytes += part;
-        iLength -= part;
+    std::size_t left = iLength;
+    for (; left > 16; left -= 16, bytes += 16) {
+        hash = Mix(WordAt<std::uint64_t>(bytes) ^ secret.second, WordAt<std::uint64_t>(bytes + 8) ^ hash);
     }
+    // The rest is read as two words that overlap where it is shorter than both; the length tells such texts apart.
+    std::uint64_t first = 0;
+    std::uint64_t last = 0;
+    if (left >= 8) {
+        first = WordAt<std::uint64_t>(bytes);
+        last = WordAt<std::uint64_t>(bytes + left - 8);
+    } else if (left >= 4) {
+        first = WordAt<std::uint32_t>(bytes);
+        last = WordAt<std::uint32_t>(bytes + left - 4);
+    } else if (left > 0) {
+        first = bytes[0];
+        last = (std::uint64_t{bytes[left / 2]} << 8U) | bytes[left - 1];
+    }
+    hash = Mix(first ^ secret.second, last ^ hash);
     return Mix(hash, secret.second);
 }

@@ -158,7 +158,7 @@ BexUnicodeString BexTime::ConvertToString(const char* iFormat) const {
             text += *at;
         }
     }
-    return BexUnicodeString::FromNarrow(std::move(text));
+    return BexUnicodeString::FromNarrow(text);
 }
 
 BexTime& BexTime::operator+=(const BexTimeSpan& iSpan) {

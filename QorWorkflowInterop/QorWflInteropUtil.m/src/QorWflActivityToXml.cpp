@@ -172,10 +172,10 @@ void CreatePackageNode(const ActivityInfo& iActivity, DOM_Document& ioDocument) 
 }
 
 /** The text of a document in ISO-8859-1, with a line feed between any two tags that touch. */
-std::string NarrowTextOf(const DOM_Document& iDocument) {
-    std::string text;
-    XmlOutput<std::string> output(text);
-    TreeText<std::string>(output, true).Write(iDocument.getNative());
+BexNarrowText NarrowTextOf(const DOM_Document& iDocument) {
+    BexNarrowText text;
+    XmlOutput<BexNarrowText> output(text);
+    TreeText<BexNarrowText>(output, true).Write(iDocument.getNative());
     return text;
 }
 
@@ -183,9 +183,10 @@ std::string NarrowTextOf(const DOM_Document& iDocument) {
  * Takes off the last character, unless that is a line feed. The tool on the other side counts on the final line feed
  * staying and on nothing else standing in its place.
  */
-void DropUnendedLine(std::string& ioText) {
-    if (!ioText.empty() && ioText.back() != '\n') {
-        ioText.pop_back();
+void DropUnendedLine(BexNarrowText& ioText) {
+    const std::string_view text = ioText.View();
+    if (!text.empty() && text.back() != '\n') {
+        ioText.Shorten(text.size() - 1);
     }
 }
 
@@ -196,7 +197,7 @@ void QorWflActivityToXml(const ActivityInfo& iActivity, BexUnicodeString& oXml) 
     BexXMLParser::Initialize();
     DOM_Document document = DOM_Document::createDocument();
     CreatePackageNode(iActivity, document);
-    std::string text = NarrowTextOf(document);
+    BexNarrowText text = NarrowTextOf(document);
     DropUnendedLine(text);
     oXml = BexUnicodeString::FromNarrow(std::move(text));
 }

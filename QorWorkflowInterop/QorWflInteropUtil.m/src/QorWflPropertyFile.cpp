@@ -111,21 +111,30 @@ bool IsComment(std::string_view iLine) {
     return start != std::string_view::npos && iLine[start] == kComment;
 }
 
+/** The text without the blanks around it. */
+std::string_view WithoutBlanksAround(std::string_view iText) {
+    iText.remove_prefix(std::min(iText.find_first_not_of(kBlank), iText.size()));
+    return iText.substr(0, iText.find_last_not_of(kBlank) + 1);
+}
+
 /** The key without its blanks, wherever they are. */
 BexUnicodeString KeyOf(std::string_view iText) {
+    iText = WithoutBlanksAround(iText);
+    if (iText.find(kBlank) == std::string_view::npos) {
+        return BexUnicodeString::FromNarrow(iText);
+    }
     std::string key(iText);
     key.erase(std::remove(key.begin(), key.end(), kBlank), key.end());
-    return BexUnicodeString::FromNarrow(std::move(key));
+    return BexUnicodeString::FromNarrow(key);
 }
 
 /** The value without the blanks around it, then without one pair of quotes. */
 BexUnicodeString ValueOf(std::string_view iText) {
-    iText.remove_prefix(std::min(iText.find_first_not_of(kBlank), iText.size()));
-    iText = iText.substr(0, iText.find_last_not_of(kBlank) + 1);
+    iText = WithoutBlanksAround(iText);
     if (iText.size() >= 2 && iText.front() == kQuote && iText.back() == kQuote) {
         iText = iText.substr(1, iText.size() - 2);
     }
-    return BexUnicodeString::FromNarrow(std::string(iText));
+    return BexUnicodeString::FromNarrow(iText);
 }
 
 }  // namespace
@@ -168,15 +177,11 @@ void QorWflPropertyFile::SetValue(const BexUnicodeString& iKey, const BexUnicode
 
 /** As SetValue(), taking the texts over. */
 void QorWflPropertyFile::Put(BexUnicodeString&& ioKey, BexUnicodeString&& ioValue) {
-    const int position = keys.Locate(ioKey);
-    if (position > 0) {
-        values.Set(position, ioValue);
-        return;
-    }
-    if (values.Size() > keys.Size()) {  // memory for an earlier key could not be had: its value's place is free
-        values.Set(keys.Size() + 1, ioValue);
-    } else {
+    values.Reserve(keys.Size() + 1);  // a key without its value must not stay behind when memory ends
+    const int position = keys.LocateOrAppend(std::move(ioKey));
+    if (position > values.Size()) {
         values.Append(std::move(ioValue));
+    } else {
+        values.Set(position, std::move(ioValue));
     }
-    keys.Append(std::move(ioKey));
 }

@@ -127,8 +127,8 @@ auto WithView(const BexUnicodeString& iText, Function iFunction) {
     return iText.IsWide() ? iFunction(iText.WideView()) : iFunction(iText.NarrowView());
 }
 
-BexUnicodeString StringOf(std::string iText) {
-    return BexUnicodeString::FromNarrow(std::move(iText));
+BexUnicodeString StringOf(std::string_view iText) {
+    return BexUnicodeString::FromNarrow(iText);
 }
 
 BexUnicodeString StringOf(const std::u16string& iText) {
@@ -560,7 +560,7 @@ BexUnicodeString QorWflUrlUtil::InstanceUrl(const char* iUuid) {
     BinToHex(url, text(kXCompid));
     url.append(1, kTableMark).append(FromChar(text(kKitab), kPad));
     step << "url is [" << url << "]" << std::endl;
-    return BexUnicodeString::FromNarrow(std::move(url));
+    return BexUnicodeString::FromNarrow(url);
 }
 
 char* QorWflUrlUtil::UrlToUuid(const BexUnicodeString& iUrl) {

@@ -1,11 +1,11 @@
 #ifndef XmlOutput_H
 #define XmlOutput_H
 
+#include <BexNarrowText.h>
 #include <DOMString.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <string>
 #include <string_view>
 
 /** @return 1 for a code unit of a text that is written as an entity reference, else 0; without a branch. */
@@ -20,11 +20,15 @@ struct XmlTextOf;
 
 /** Narrow text, with a question mark for what has no narrow character. */
 template <>
-struct XmlTextOf<std::string> {
+struct XmlTextOf<BexNarrowText> {
     using Unit = char;
     static Unit UnitOf(char16_t iUnit) { return iUnit > 0xFF ? '?' : static_cast<char>(iUnit); }
-    static void Append(std::string& ioText, const Unit* iUnits, std::size_t iLength) { ioText.append(iUnits, iLength); }
-    static bool EndsWith(const std::string& iText, char iLast) { return !iText.empty() && iText.back() == iLast; }
+    static void Append(BexNarrowText& ioText, const Unit* iUnits, std::size_t iLength) {
+        ioText.Append(std::string_view(iUnits, iLength));
+    }
+    static bool EndsWith(const BexNarrowText& iText, char iLast) {
+        return iText.Length() > 0 && iText.View().back() == iLast;
+    }
 };
 
 /** UTF-16 as it is. */

@@ -107,6 +107,47 @@ TEST(BexList, LocateFindsTheFirstAtOrAfterTheStart) {
     EXPECT_EQ(list.Locate("d"), 0);
 }
 
+TEST(BexList, LocateOrAppendTakesOverOnlyWhatItAppends) {
+    BexListValBexUnicodeString list;
+    for (int number = 1; number <= 100; ++number) {
+        BexUnicodeString value;
+        value.BuildFromNum(number, "%d");
+        BexUnicodeString again(value);
+        EXPECT_EQ(list.LocateOrAppend(std::move(value)), number);
+        EXPECT_TRUE(value.IsNull());  // NOLINT(bugprone-use-after-move): that is what is promised
+        EXPECT_EQ(list.LocateOrAppend(std::move(again)), number);
+        EXPECT_EQ(list[number], again);  // NOLINT(bugprone-use-after-move): that is what is promised
+        EXPECT_EQ(list.Size(), number);
+    }
+}
+
+TEST(BexList, SetTakesATextOverInsideAndLeavesItOutside) {
+    BexListValBexUnicodeString list;
+    list.Append("old");
+    BexUnicodeString value("new");
+    list.Set(0, std::move(value));
+    list.Set(2, std::move(value));
+    EXPECT_EQ(value, BexUnicodeString("new"));  // NOLINT(bugprone-use-after-move): that is what is promised
+    EXPECT_EQ(list[1], BexUnicodeString("old"));
+    list.Set(1, std::move(value));
+    EXPECT_TRUE(value.IsNull());  // NOLINT(bugprone-use-after-move): that is what is promised
+    EXPECT_EQ(list[1], BexUnicodeString("new"));
+}
+
+TEST(BexList, ReservedMemoryIsUsedByWhatIsAppended) {
+    BexListValBexUnicodeString list;
+    list.Append("first");
+    list.Reserve(1000);
+    const BexUnicodeString* first = &list[1];
+    for (int count = 1; count < 1000; ++count) {
+        list.Append("next");
+    }
+    EXPECT_EQ(&list[1], first);
+    list.Reserve(-1);
+    list.Reserve(0);
+    EXPECT_EQ(list.Size(), 1000);
+}
+
 TEST(BexList, LocateComparesExactly) {
     BexListValBexUnicodeString list = ListOf({"Value", "value ", " value", "valu", "values", "?"});
     list.Append(Units(u"\u0161"));
@@ -287,6 +328,12 @@ public:
         }
         return 0;
     }
+    int LocateOrAppend(const BexUnicodeString& iValue) {
+        if (Locate(iValue, 1) == 0) {
+            values.push_back(iValue);
+        }
+        return Locate(iValue, 1);
+    }
     void Set(int iPos, const BexUnicodeString& iValue) {
         if (iPos >= 1 && iPos <= static_cast<int>(values.size())) {
             values[static_cast<std::size_t>(iPos - 1)] = iValue;
@@ -351,11 +398,17 @@ void CompareOverRandomChanges(int iDifferentValues, int iChanges, unsigned iSeed
         const BexUnicodeString& value = pool[below(pool.size())];
         const int pos = static_cast<int>(below(naive.values.size() + 3)) - 1;
         const std::size_t kind = below(1000);
-        if (kind < 330) {
+        if (kind < 200) {
             list.Append(value);
             naive.values.push_back(value);
-        } else if (kind < 640) {
+        } else if (kind < 330) {
+            BexUnicodeString taken(value);
+            ASSERT_EQ(list.LocateOrAppend(std::move(taken)), naive.LocateOrAppend(value)) << "change " << change;
+        } else if (kind < 500) {
             list.Set(pos, value);
+            naive.Set(pos, value);
+        } else if (kind < 640) {
+            list.Set(pos, BexUnicodeString(value));
             naive.Set(pos, value);
         } else if (kind < 960) {
             ASSERT_EQ(list.Locate(value, pos), naive.Locate(value, pos)) << "change " << change;
