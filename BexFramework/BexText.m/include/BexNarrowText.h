@@ -68,7 +68,7 @@ public:
     /** Adds a copy of @p iText, which may be part of this text. */
     void Append(std::string_view iText);
     /** Adds one byte. */
-    void Append(char iByte) { Append(std::string_view(&iByte, 1)); }
+    void Append(char iByte) { *Extend(1) = iByte; }
     /**
      * Adds bytes that the caller writes.
      * @return where @p iLength bytes are to be written before anything else is done with the text.

@@ -208,13 +208,15 @@ BexUnicodeString& BexUnicodeString::operator=(const BexUnicodeString& iOther) {
 
 BexUnicodeString BexUnicodeString::FromNarrow(std::string_view iText) {
     BexUnicodeString text;
-    text.SetNarrow(iText);
+    text.narrow.Assign(iText);
+    text.null = false;
     return text;
 }
 
 BexUnicodeString BexUnicodeString::FromNarrow(BexNarrowText&& ioText) noexcept {
     BexUnicodeString text;
-    text.SetNarrow(std::move(ioText));
+    text.narrow = std::move(ioText);
+    text.null = false;
     return text;
 }
 

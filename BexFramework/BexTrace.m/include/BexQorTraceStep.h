@@ -106,7 +106,12 @@ public:
         return *this;
     }
     /** Adds what a manipulator without arguments writes: a line end for std::endl, nothing for std::flush. */
-    BexQorTraceStep& operator<<(std::ostream& (*iManipulator)(std::ostream&));
+    BexQorTraceStep& operator<<(std::ostream& (*iManipulator)(std::ostream&)) {
+        if (scope != nullptr && iManipulator != nullptr) {
+            Add(iManipulator);
+        }
+        return *this;
+    }
 
 private:
     struct Scope;
@@ -116,6 +121,7 @@ private:
     void Add(std::string_view iText) noexcept;
     void Add(std::u16string_view iText) noexcept;
     void Add(const BexUnicodeString& iText) noexcept;
+    void Add(std::ostream& (*iManipulator)(std::ostream&)) noexcept;
     void AddNumber(long long iNum) noexcept;
     void AddNumber(unsigned long long iNum) noexcept;
     void AddNumber(double iNum) noexcept;

@@ -146,15 +146,12 @@ void BexQorTraceStep::AddNumber(double iNum) noexcept {
     Add(NumberText(iNum).View());
 }
 
-BexQorTraceStep& BexQorTraceStep::operator<<(std::ostream& (*iManipulator)(std::ostream&)) {
-    if (scope != nullptr && iManipulator != nullptr) {
-        try {
-            std::ostringstream text;  // what a manipulator writes can only be seen by letting it write
-            iManipulator(text);
-            scope->Add(text.str());
-        } catch (...) {
-            scope->Lose();
-        }
+void BexQorTraceStep::Add(std::ostream& (*iManipulator)(std::ostream&)) noexcept {
+    try {
+        std::ostringstream text;  // what a manipulator writes can only be seen by letting it write
+        iManipulator(text);
+        scope->Add(text.str());
+    } catch (...) {
+        scope->Lose();
     }
-    return *this;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <initializer_list>
 #include <istream>
 #include <limits>
 #include <new>
@@ -74,30 +75,77 @@ std::string DecimalText(long iNumber) {
     return std::string(digits, std::to_chars(digits, digits + sizeof digits, iNumber).ptr);
 }
 
-/** The lines of one record, put together in one buffer and sent with one flush a line end. */
+/** Reaches where a stream buffer gathers what is written, so that several pieces get there in one step. */
+class WriteAhead : public std::streambuf {
+    static constexpr std::size_t kLongestStep = std::numeric_limits<int>::max();  // what pbump() can count
+
+public:
+    /** Writes pieces; false when they cannot be written. */
+    static bool Put(std::streambuf& ioTarget, std::initializer_list<std::string_view> iPieces) {
+        std::size_t length = 0;
+        for (const std::string_view piece : iPieces) {
+            length += piece.size();
+        }
+        char* const next = (ioTarget.*(&WriteAhead::pptr))();
+        char* const end = (ioTarget.*(&WriteAhead::epptr))();
+        if (next == nullptr || static_cast<std::size_t>(end - next) < length || length > kLongestStep) {
+            return std::all_of(iPieces.begin(), iPieces.end(), [&ioTarget](std::string_view iPiece) {
+                const auto pieceLength = static_cast<std::streamsize>(iPiece.size());
+                return ioTarget.sputn(iPiece.data(), pieceLength) == pieceLength;
+            });
+        }
+        char* at = next;
+        for (const std::string_view piece : iPieces) {
+            at = std::copy_n(piece.data(), piece.size(), at);
+        }
+        (ioTarget.*(&WriteAhead::pbump))(static_cast<int>(length));
+        return true;
+    }
+};
+
+/** Writes the lines of one record, with a flush at each line end. */
 class LineWriter {
 public:
-    explicit LineWriter(std::ostream& ioStream) : stream(ioStream) {}
+    /** Asks once whether the stream is ready, not for every line. */
+    explicit LineWriter(std::ostream& ioStream) : stream(ioStream), ready(ioStream) {}
 
     void Quoted(std::string_view iPrefix, std::string_view iLabel, const BexUnicodeString& iValue) {
-        const char* value = iValue.ConvertToChar();
-        line.assign(iPrefix).append(iLabel).append("\"");
-        line.append(value, static_cast<std::size_t>(iValue.GetLengthInChar())).append("\";");
-        Send();
+        const std::string_view value(iValue.ConvertToChar(), static_cast<std::size_t>(iValue.GetLengthInChar()));
+        Write([&](std::streambuf& ioTarget) {
+            return WriteAhead::Put(ioTarget, {iPrefix, iLabel, "\"", value, "\";"});
+        });
     }
 
     void Number(std::string_view iPrefix, std::string_view iLabel, long iValue) {
-        line.assign(iPrefix).append(iLabel).append(DecimalText(iValue)).append(";");
-        Send();
+        const std::string value = DecimalText(iValue);
+        Write([&](std::streambuf& ioTarget) { return WriteAhead::Put(ioTarget, {iPrefix, iLabel, value, ";"}); });
     }
 
-    void End() { stream << std::endl; }
+    void End() {
+        Write([](std::streambuf& ioTarget) {
+            return ioTarget.sputc('\n') != std::streambuf::traits_type::eof() && ioTarget.pubsync() != -1;
+        });
+    }
 
 private:
-    void Send() { stream.write(line.data(), static_cast<std::streamsize>(line.size())); }
+    /** Lets a function write to the stream buffer; what goes wrong shows in the stream's state. */
+    template <typename Function>
+    void Write(Function iFunction) {
+        std::ios_base::iostate state = std::ios_base::failbit;
+        if (stream.good()) {
+            try {
+                state = iFunction(*stream.rdbuf()) ? std::ios_base::goodbit : std::ios_base::badbit;
+            } catch (...) {  // the target cannot be written
+                state = std::ios_base::badbit;
+            }
+        }
+        if (state != std::ios_base::goodbit) {
+            stream.setstate(state);
+        }
+    }
 
     std::ostream& stream;
-    std::string line;
+    const std::ostream::sentry ready;
 };
 
 /** Sets the label prefix of element @p iIndex of a list, counted from 1 in the text. */
@@ -209,6 +257,8 @@ constexpr std::size_t kLongestText = 79;
 constexpr char kQuote = '"';
 /** The shortest text that a value can be read from: two quotes, and a line feed but behind the last. */
 constexpr std::size_t kShortestText = 3;
+/** What memory is taken for at once, whatever number of texts is announced. */
+constexpr std::size_t kUsualNumber = 512;
 
 /** Reaches what a stream buffer has read ahead, so that it can be searched as a whole. */
 class ReadAhead : public std::streambuf {
@@ -231,24 +281,28 @@ public:
 /** Takes values out of the lines of a record, by their order. */
 class LineReader {
 public:
-    explicit LineReader(std::istream& ioStream) : stream(ioStream) {}
+    /** Asks once whether the stream is ready, not for every line. */
+    explicit LineReader(std::istream& ioStream) : stream(ioStream), ready(ioStream, true) {}
 
     /** The next quoted value, cut at 79 characters; empty when there is none. */
     BexUnicodeString Text() {
-        const std::istream::sentry ready(stream, true);
-        BexUnicodeString value("");
-        if (ready) {
-            std::ios_base::iostate state = std::ios_base::goodbit;
+        char text[kLongestText];
+        std::size_t length = 0;
+        std::ios_base::iostate state = std::ios_base::failbit;
+        if (stream.good()) {
             try {
-                state = ReadText(value);
+                state = ReadText(text, length);
             } catch (const std::bad_alloc&) {
                 throw;
             } catch (...) {  // the source cannot be read
                 state = std::ios_base::badbit;
+                length = 0;
             }
+        }
+        if (state != std::ios_base::goodbit) {
             stream.setstate(state);
         }
-        return value;
+        return BexUnicodeString::FromNarrow(std::string_view(text, length));
     }
 
     /** The next number; 0 when none stands there. */
@@ -273,6 +327,7 @@ public:
     bool Texts(int iCount, std::size_t iTextsOfElement, std::vector<BexUnicodeString>& oTexts) {
         const std::size_t wanted = static_cast<std::size_t>(std::max(iCount, 0)) * iTextsOfElement;
         consumed = 0;
+        oTexts.reserve(std::min(wanted, kUsualNumber));
         while (oTexts.size() < wanted && stream.good()) {
             oTexts.push_back(Text());
         }
@@ -292,15 +347,8 @@ public:
 
 private:
     /** Reads a label, a value and the rest of the line; gives the state that the stream is in then. */
-    std::ios_base::iostate ReadText(BexUnicodeString& oValue) {
-        if (!SkipPast(kQuote)) {
-            return std::ios_base::eofbit | std::ios_base::failbit;
-        }
-        char buffer[kLongestText];
-        std::size_t length = 0;
-        const bool isEnded = TakeValue(buffer, length);
-        oValue = BexUnicodeString(buffer, static_cast<int>(length));
-        if (!isEnded) {
+    std::ios_base::iostate ReadText(char* oText, std::size_t& oLength) {
+        if (!SkipPast(kQuote) || !TakeValue(oText, oLength)) {
             return std::ios_base::eofbit | std::ios_base::failbit;
         }
         return SkipPast('\n') ? std::ios_base::goodbit : std::ios_base::eofbit;
@@ -348,6 +396,7 @@ private:
     }
 
     std::istream& stream;
+    const std::istream::sentry ready;
     std::size_t consumed = 0;  // characters that texts took since it was last set
 };
 

@@ -7,11 +7,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <memory>
 #include <new>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace {
 
@@ -87,6 +89,11 @@ int DigitValue(char16_t iUnit) {
     return iUnit > 0xFF ? kNoDigit : kDigitValues[iUnit];
 }
 
+/** The byte of two digits' values; negative when one of them is kNoDigit. */
+int ByteValue(int iHigh, int iLow) {
+    return iHigh * 16 | iLow;
+}
+
 /** What a scan for a hexadecimal byte yields. */
 struct ScannedByte {
     bool found;
@@ -98,8 +105,11 @@ struct ScannedByte {
  * the most, of which the first may be a sign, or "0x" with no digit behind it, which counts as 0.
  */
 ScannedByte ScanHexByte(std::string_view iText) {
-    if (iText.size() >= 2 && DigitValue(iText[0]) >= 0 && DigitValue(iText[1]) >= 0) {
-        return {true, static_cast<unsigned char>(DigitValue(iText[0]) * 16 + DigitValue(iText[1]))};
+    if (iText.size() >= 2) {
+        const int value = ByteValue(DigitValue(iText[0]), DigitValue(iText[1]));
+        if (value >= 0) {
+            return {true, static_cast<unsigned char>(value)};
+        }
     }
     constexpr std::string_view kWhiteSpace(" \t\n\v\f\r");
     iText.remove_prefix(std::min(iText.find_first_not_of(kWhiteSpace), iText.size()));
@@ -127,12 +137,24 @@ auto WithView(const BexUnicodeString& iText, Function iFunction) {
     return iText.IsWide() ? iFunction(iText.WideView()) : iFunction(iText.NarrowView());
 }
 
-BexUnicodeString StringOf(std::string_view iText) {
-    return BexUnicodeString::FromNarrow(iText);
+/** Where a text of such units is gathered. */
+template <typename Unit>
+using Gathered = std::conditional_t<std::is_same_v<Unit, char>, BexNarrowText, std::u16string>;
+
+BexUnicodeString StringOf(BexNarrowText&& ioText) {
+    return BexUnicodeString::FromNarrow(std::move(ioText));
 }
 
 BexUnicodeString StringOf(const std::u16string& iText) {
     return BexUnicodeString(iText.data(), static_cast<int>(iText.size()));
+}
+
+std::string_view ViewOf(const BexNarrowText& iText) {
+    return iText.View();
+}
+
+std::u16string_view ViewOf(const std::u16string& iText) {
+    return iText;
 }
 
 /** The narrow character of a code unit, a question mark for one that has none. */
@@ -170,25 +192,37 @@ private:
     std::string text;
 };
 
+/** Room for the encoded form of so many units, also when a whole table entry is written each time. */
+constexpr std::size_t LongestEncoding(std::size_t iUnits) {
+    return iUnits * kEscapeLength + 1;
+}
+
 /** Appends the encoded form of a text. A code unit above 0xFF counts as its low 8 bits. */
 template <typename Unit>
-void AppendEncoded(std::string& ioText, View<Unit> iText) {
-    const std::size_t start = ioText.size();
-    ioText.resize(start + iText.size() * kEscapeLength + 1);  // a whole table entry is written each time
-    char* end = ioText.data() + start;
-    for (const Unit unit : iText) {
-        const EncodedByte& encoded = kEncoding[static_cast<unsigned char>(unit)];
-        std::memcpy(end, &encoded, sizeof encoded);
-        end += encoded.length;
+void AppendEncoded(BexNarrowText& ioText, View<Unit> iText) {
+    constexpr std::size_t kBlock = 1024;  // so that little room is taken that is not needed
+    while (!iText.empty()) {
+        const View<Unit> block = iText.substr(0, kBlock);
+        char* const start = ioText.Extend(LongestEncoding(block.size()));
+        char* end = start;
+        for (const Unit unit : block) {
+            const EncodedByte& encoded = kEncoding[static_cast<unsigned char>(unit)];
+            std::memcpy(end, &encoded, sizeof encoded);
+            end += encoded.length;
+        }
+        ioText.Shorten(ioText.Length() - LongestEncoding(block.size()) + static_cast<std::size_t>(end - start));
+        iText.remove_prefix(block.size());
     }
-    ioText.resize(static_cast<std::size_t>(end - ioText.data()));
 }
 
 /** The character that an escape stands for, at its percent sign; the text may end within it. */
 template <typename Unit>
 ScannedByte ScanEscape(View<Unit> iEscape) {
-    if (iEscape.size() >= kEscapeLength && DigitValue(iEscape[1]) >= 0 && DigitValue(iEscape[2]) >= 0) {
-        return {true, static_cast<unsigned char>(DigitValue(iEscape[1]) * 16 + DigitValue(iEscape[2]))};
+    if (iEscape.size() >= kEscapeLength) {
+        const int value = ByteValue(DigitValue(iEscape[1]), DigitValue(iEscape[2]));
+        if (value >= 0) {
+            return {true, static_cast<unsigned char>(value)};
+        }
     }
     char digits[kEscapeLength - 1];
     std::size_t length = 0;
@@ -199,24 +233,38 @@ ScannedByte ScanEscape(View<Unit> iEscape) {
     return ScanHexByte(std::string_view(digits, length));
 }
 
-/** Undoes the encoding; an escape that is none disappears with the two characters behind the percent sign. */
+/**
+ * Undoes the encoding; an escape that is none disappears with the two characters behind the percent sign.
+ * @param oDecoded room for as many units as the text has
+ * @return the end of what was decoded.
+ */
 template <typename Unit>
-std::basic_string<Unit> Decode(View<Unit> iText) {
-    std::basic_string<Unit> decoded(iText.size(), Unit{});
-    Unit* end = decoded.data();
-    for (std::size_t at = 0; at < iText.size(); ++at) {
-        const Unit unit = iText[at];
-        if (unit == Unit{'%'}) {
-            const ScannedByte scanned = ScanEscape(iText.substr(at));
-            if (scanned.found) {
-                *end++ = static_cast<Unit>(scanned.value);
-            }
-            at += kEscapeLength - 1;
-        } else {
-            *end++ = unit == Unit{'+'} ? Unit{' '} : unit;
+Unit* DecodeTo(Unit* oDecoded, View<Unit> iText) {
+    const Unit* const end = iText.data() + iText.size();
+    for (const Unit* at = iText.data(); at < end; ++at) {
+        if (*at != Unit{'%'}) {
+            *oDecoded++ = *at == Unit{'+'} ? Unit{' '} : *at;
+            continue;
         }
+        const ScannedByte scanned = ScanEscape(View<Unit>(at, static_cast<std::size_t>(end - at)));
+        if (scanned.found) {
+            *oDecoded++ = static_cast<Unit>(scanned.value);
+        }
+        at += std::min<std::ptrdiff_t>(kEscapeLength, end - at) - 1;
     }
-    decoded.resize(static_cast<std::size_t>(end - decoded.data()));
+    return oDecoded;
+}
+
+BexNarrowText Decode(std::string_view iText) {
+    BexNarrowText decoded;
+    char* const start = decoded.Extend(iText.size());
+    decoded.Shorten(static_cast<std::size_t>(DecodeTo(start, iText) - start));
+    return decoded;
+}
+
+std::u16string Decode(std::u16string_view iText) {
+    std::u16string decoded(iText.size(), u'\0');
+    decoded.resize(static_cast<std::size_t>(DecodeTo(decoded.data(), iText) - decoded.data()));
     return decoded;
 }
 
@@ -245,15 +293,16 @@ void HexToBin(char* oBytes, int iSize, std::string_view iHex) {
 }
 
 /** Appends two digits for each byte. */
-void BinToHex(std::string& ioText, std::string_view iBytes) {
+void BinToHex(BexNarrowText& ioText, std::string_view iBytes) {
     BexQorTraceStep step(trace, "QorWflUrlUtil::BinToHex");
-    const std::size_t start = ioText.size();
+    char* const digits = ioText.Extend(iBytes.size() * 2);
+    char* end = digits;
     for (const char character : iBytes) {
         const auto byte = static_cast<unsigned char>(character);
-        ioText += kHexDigits[byte / 16];
-        ioText += kHexDigits[byte % 16];
+        *end++ = kHexDigits[byte / 16];
+        *end++ = kHexDigits[byte % 16];
     }
-    step << "res=[" << std::string_view(ioText).substr(start) << "]" << std::endl;
+    step << "res=[" << std::string_view(digits, iBytes.size() * 2) << "]" << std::endl;
 }
 
 // ---------------------------------------------------------------------------------------------------- URL forms
@@ -412,8 +461,8 @@ char* ShortUrlToUuid(View<Unit> iUrl, BexQorTraceStep& ioStep) {
         return nullptr;
     }
     const std::size_t end = OrEnd(iUrl.find(Unit{'?'}, kShortScheme.size()), iUrl.size());
-    const std::basic_string<Unit> body = Decode(Between(iUrl, kShortScheme.size(), end));
-    return ShortBodyToUuid(NarrowForm<Unit>(body).Text(), ioStep);
+    const Gathered<Unit> body = Decode(Between(iUrl, kShortScheme.size(), end));
+    return ShortBodyToUuid(NarrowForm<Unit>(ViewOf(body)).Text(), ioStep);
 }
 
 /** The identifier of a long action URL, encoded as it stands there; empty when the URL is none. */
@@ -488,10 +537,12 @@ BexUnicodeString QorWflUrlUtil::UrlToActionId(const BexUnicodeString& iUrl) {
 
 BexUnicodeString QorWflUrlUtil::ActionUrl(const BexUnicodeString& iActionId) {
     const BexQorTraceStep step(trace, "QorWflUrlUtil::ActionUrl");
-    std::string url(kLongPrefix);
-    url.append(kDefaultEnvironment).append("/");
+    BexNarrowText url(kLongPrefix);
+    url.Append(kDefaultEnvironment);
+    url.Append('/');
     WithView(iActionId, [&url](auto iView) { AppendEncoded(url, iView); });
-    url.append(".").append(kActionSuffix);
+    url.Append('.');
+    url.Append(kActionSuffix);
     return StringOf(std::move(url));
 }
 
@@ -530,10 +581,24 @@ BexUnicodeString QorWflUrlUtil::GetUrlParm(const BexUnicodeString& iUrl, const B
 void QorWflUrlUtil::AddUrlParm(BexUnicodeString& ioUrl, const BexUnicodeString& iName, const BexUnicodeString& iValue) {
     BexQorTraceStep step(trace, "QorWflUrlUtil::AddUrlParm");
     const bool hasQuery = WithView(ioUrl, [](auto iView) { return iView.find('?') != iView.npos; });
-    std::string value("=");
-    WithView(iValue, [&value](auto iView) { AppendEncoded(value, iView); });
-    const BexUnicodeString mark(hasQuery ? "&" : "?");
-    ioUrl.Append(mark + iName + StringOf(std::move(value)));
+    const char mark = hasQuery ? '&' : '?';
+    BexNarrowText text;
+    if (ioUrl.IsWide() || iName.IsWide()) {
+        text.Append('=');
+        WithView(iValue, [&text](auto iView) { AppendEncoded(text, iView); });
+        ioUrl.Append((BexUnicodeString() += mark) + iName + StringOf(std::move(text)));
+    } else {  // written to one text, with room from the start for a value that is not unusually long
+        constexpr std::size_t kUsualLength = 512;
+        const auto valueLength = static_cast<std::size_t>(iValue.GetLengthInChar());
+        text.Reserve(ioUrl.NarrowView().size() + iName.NarrowView().size() +
+                     sizeof "?=" + LongestEncoding(std::min(valueLength, kUsualLength)));
+        text.Append(ioUrl.NarrowView());
+        text.Append(mark);
+        text.Append(iName.NarrowView());
+        text.Append('=');
+        WithView(iValue, [&text](auto iView) { AppendEncoded(text, iView); });
+        ioUrl = StringOf(std::move(text));
+    }
     step << "url set to [" << ioUrl << "]" << std::endl;
 }
 
@@ -546,21 +611,24 @@ BexUnicodeString QorWflUrlUtil::InstanceUrl(const char* iUuid) {
     const auto text = [iUuid](Field iField) {
         return std::string_view(iUuid + iField.offset, static_cast<std::size_t>(iField.width));
     };
-    std::string url;
-    url.reserve(kLongestUrl);
-    url.append(kLongPrefix).append(FromChar(text(kKienv), kPad)).append("/");
+    BexNarrowText url;
+    url.Reserve(kLongestUrl);
+    url.Append(kLongPrefix);
+    url.Append(FromChar(text(kKienv), kPad));
+    url.Append('/');
     AppendEncoded(url, FromChar(text(kDbName), '\0'));
-    url += kFieldMark;
+    url.Append(kFieldMark);
     AppendEncoded(url, FromChar(text(kKienv), '\0'));
-    url += kFieldMark;
+    url.Append(kFieldMark);
     AppendEncoded(url, FromChar(text(kKitab), '\0'));
-    url += kFieldMark;
+    url.Append(kFieldMark);
     BinToHex(url, text(kXCoid));  // digits stand for themselves in a URL
-    url += kFieldMark;
+    url.Append(kFieldMark);
     BinToHex(url, text(kXCompid));
-    url.append(1, kTableMark).append(FromChar(text(kKitab), kPad));
-    step << "url is [" << url << "]" << std::endl;
-    return BexUnicodeString::FromNarrow(url);
+    url.Append(kTableMark);
+    url.Append(FromChar(text(kKitab), kPad));
+    step << "url is [" << url.View() << "]" << std::endl;
+    return StringOf(std::move(url));
 }
 
 char* QorWflUrlUtil::UrlToUuid(const BexUnicodeString& iUrl) {
