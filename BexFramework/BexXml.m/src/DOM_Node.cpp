@@ -1,5 +1,6 @@
 #include "DOM_Node.h"
 
+#include "BexAttributeView.h"
 #include "DOM_Document.h"
 #include "DOM_NamedNodeMap.h"
 #include "DOM_NodeList.h"
@@ -20,12 +21,8 @@ std::u16string_view DOM_Node::viewNodeValue() const {
         return std::u16string_view();
     }
     if (node->getNodeType() == xercesc::DOMNode::ATTRIBUTE_NODE) {
-        // the value of nearly every attribute is one text, which Xerces-C itself takes long to find out
-        const xercesc::DOMNode* text = node->getFirstChild();
-        if (text != nullptr && text->getNodeType() == xercesc::DOMNode::TEXT_NODE &&
-            text->getNextSibling() == nullptr) {
-            return ViewOf(text->getNodeValue());
-        }
+        const std::u16string_view value = BexAttributeView::Of(*node).value;
+        return value.substr(0, value.find(u'\0'));
     }
     return ViewOf(node->getNodeValue());
 }

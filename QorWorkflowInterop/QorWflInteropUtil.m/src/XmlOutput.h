@@ -1,18 +1,14 @@
 #ifndef XmlOutput_H
 #define XmlOutput_H
 
+#include "XmlCopy.h"
+
 #include <BexNarrowText.h>
 #include <DOMString.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
-
-/** @return 1 for a code unit of a text that is written as an entity reference, else 0; without a branch. */
-constexpr unsigned int IsMarkup(char16_t iUnit) {
-    return static_cast<unsigned int>(iUnit == u'&') | static_cast<unsigned int>(iUnit == u'<') |
-           static_cast<unsigned int>(iUnit == u'>') | static_cast<unsigned int>(iUnit == u'"');
-}
 
 /** The texts that a tree can be written to: what their units are, and how more of them are appended. */
 template <typename Text>
@@ -22,7 +18,6 @@ struct XmlTextOf;
 template <>
 struct XmlTextOf<BexNarrowText> {
     using Unit = char;
-    static Unit UnitOf(char16_t iUnit) { return iUnit > 0xFF ? '?' : static_cast<char>(iUnit); }
     static void Append(BexNarrowText& ioText, const Unit* iUnits, std::size_t iLength) {
         ioText.Append(std::string_view(iUnits, iLength));
     }
@@ -35,7 +30,6 @@ struct XmlTextOf<BexNarrowText> {
 template <>
 struct XmlTextOf<DOMString> {
     using Unit = char16_t;
-    static Unit UnitOf(char16_t iUnit) { return iUnit; }
     static void Append(DOMString& ioText, const Unit* iUnits, std::size_t iLength) {
         ioText.appendData(std::u16string_view(iUnits, iLength));
     }
@@ -56,30 +50,43 @@ public:
     XmlOutput(const XmlOutput&) = delete;
     XmlOutput& operator=(const XmlOutput&) = delete;
 
+    /** Appends a piece of the form, whose length the compiler knows. */
+    template <std::size_t size>
+    void Put(const char16_t (&iForm)[size]) {
+        constexpr std::size_t kLength = size - 1;  // without the NUL character
+        MakeRoom(kLength);
+        for (std::size_t i = 0; i < kLength; ++i) {
+            gathered[used + i] = static_cast<Unit>(iForm[i]);
+        }
+        used += kLength;
+    }
+
     /** Appends a text as it stands. */
     void Put(std::u16string_view iText) {
         while (!iText.empty()) {
-            if (used == kSize) {
-                Flush();
-            }
-            const std::size_t length = std::min(iText.size(), kSize - used);
-            std::transform(iText.begin(), iText.begin() + static_cast<std::ptrdiff_t>(length), gathered + used,
-                           TextOf::UnitOf);
-            used += length;
-            iText.remove_prefix(length);
+            const std::u16string_view piece = iText.substr(0, kLongestPiece);
+            MakeRoom(piece.size());
+            XmlCopy::Copy(piece, gathered + used);
+            used += piece.size();
+            iText.remove_prefix(piece.size());
         }
     }
 
-    /** Appends a text with markup characters as entity references. */
+    /** Appends a text up to its first NUL character, with markup characters as entity references. */
     void PutEscaped(std::u16string_view iText) {
         while (!iText.empty()) {
-            const std::size_t plain = PlainLength(iText);
-            Put(iText.substr(0, plain));
-            if (plain == iText.size()) {
-                return;
+            const std::u16string_view piece = iText.substr(0, kLongestPiece);
+            MakeRoom(piece.size());
+            const std::size_t plain = XmlCopy::CopyPlain(piece, gathered + used);
+            used += plain;
+            iText.remove_prefix(plain);
+            if (plain < piece.size()) {
+                if (iText.front() == u'\0') {
+                    return;
+                }
+                PutEntityOf(iText.front());
+                iText.remove_prefix(1);
             }
-            Put(EntityOf(iText[plain]));
-            iText.remove_prefix(plain + 1);
         }
     }
 
@@ -93,38 +100,25 @@ public:
     }
 
 private:
-    static constexpr std::size_t kSize = 4096;
-    static constexpr std::size_t kBlock = 32;  // units looked at together, which the compiler turns into vector code
+    static constexpr std::size_t kLongestPiece = 1024;
+    static constexpr std::size_t kSize = 4 * kLongestPiece;
 
-    /** The number of units before the first that is written as an entity reference. */
-    static std::size_t PlainLength(std::u16string_view iText) {
-        std::size_t length = 0;
-        while (iText.size() - length >= kBlock) {
-            unsigned int markup = 0;
-            for (std::size_t i = 0; i < kBlock; ++i) {
-                markup |= IsMarkup(iText[length + i]);
-            }
-            if (markup != 0) {
-                break;
-            }
-            length += kBlock;
+    void MakeRoom(std::size_t iLength) {
+        if (iLength > kSize - used) {
+            Flush();
         }
-        while (length < iText.size() && IsMarkup(iText[length]) == 0) {
-            ++length;
-        }
-        return length;
     }
 
-    static std::u16string_view EntityOf(char16_t iMarkup) {
+    void PutEntityOf(char16_t iMarkup) {
         switch (iMarkup) {
             case u'&':
-                return u"&amp;";
+                return Put(u"&amp;");
             case u'<':
-                return u"&lt;";
+                return Put(u"&lt;");
             case u'>':
-                return u"&gt;";
+                return Put(u"&gt;");
             default:
-                return u"&quot;";
+                return Put(u"&quot;");
         }
     }
 
