@@ -1,4 +1,5 @@
-# What a host finds after the installation: two shared libraries, flat headers, a CMake package, a pkg-config file.
+# What a host finds after the installation: two shared libraries, flat headers, a CMake package, two pkg-config files. The
+# components are "runtime" (the libraries), "development" (what builds against them) and "tool" (the command).
 include(CMakePackageConfigHelpers)
 
 set(headerDir ${CMAKE_INSTALL_INCLUDEDIR}/qorwflinterop)
@@ -18,14 +19,23 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/QorWflInteropConfigVersio
 install(FILES ${PROJECT_BINARY_DIR}/QorWflInteropConfig.cmake ${PROJECT_BINARY_DIR}/QorWflInteropConfigVersion.cmake
         DESTINATION ${packageDir} COMPONENT development)
 
-# The pkg-config file finds the tree by its own place, so it holds wherever the tree is installed.
+# The pkg-config files find the tree by their own place, so they hold wherever the tree is installed.
 file(RELATIVE_PATH PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-configure_file(cmake/qorwflinterop.pc.in ${PROJECT_BINARY_DIR}/qorwflinterop.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/qorwflinterop.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
-        COMPONENT development)
+foreach(name IN ITEMS qorwflinterop qorwflinterop-dom)
+  configure_file(cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+endforeach()
 
-# The command finds the libraries beside it wherever the tree is installed.
-if(TARGET qorwfl)
-  set_target_properties(qorwfl PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+# The command finds the libraries beside it wherever the tree is installed. Below /usr the system does, and a package must
+# not say otherwise.
+if(NOT QORWFL_DEBIAN_PACKAGES)
+  set_target_properties(QorWflInteropUtil PROPERTIES INSTALL_RPATH "$ORIGIN")
+  if(TARGET qorwfl)
+    set_target_properties(qorwfl PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  endif()
 endif()
-set_target_properties(QorWflInteropUtil PROPERTIES INSTALL_RPATH "$ORIGIN")
+
+# The manual pages and the completions of the command, as many as there are.
+if(TARGET qorwfl)
+  include(cmake/CommandDocuments.cmake)
+endif()
