@@ -35,7 +35,7 @@ public:
 
     /** Opens an element below the open one, or the root. @param iName NUL-terminated */
     void OpenElement(const XMLCh* iName);
-    /** Gives the open element an attribute. @param iName @param iValue NUL-terminated */
+    /** Gives the open element an attribute. @param iName,iValue NUL-terminated */
     void AddAttribute(const XMLCh* iName, const XMLCh* iValue);
     /** The same with narrow text as the value; a null pointer counts as "". */
     void AddAttribute(const XMLCh* iName, const char* iValue);
@@ -47,7 +47,7 @@ public:
     void AddCDATASection(std::u16string_view iText);
     /** Adds a comment below the open element or, outside the root, the document. @param iText NUL-terminated */
     void AddComment(const XMLCh* iText);
-    /** The same with a processing instruction. @param iTarget @param iData NUL-terminated */
+    /** The same with a processing instruction. @param iTarget,iData NUL-terminated */
     void AddProcessingInstruction(const XMLCh* iTarget, const XMLCh* iData);
     /** Closes the open element. */
     void CloseElement();
