@@ -1,0 +1,142 @@
+// Every code block in the documents is one that something compiles, runs or reads: what a reader copies works.
+#include "Markdown.h"
+
+#include <QorWflInteropInfo.h>
+#include <QorWflPropertyFile.h>
+#include <QorWflUrlUtil.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <TemporaryDirectory.h>
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <set>
+#include <sstream>
+
+using testing::Contains;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+/** Files below the examples of one ending. */
+std::vector<std::string> Examples(const std::string& iEnding) {
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(EXAMPLES_DIR)) {
+        const std::string path = entry.path().string();
+        if (path.size() > iEnding.size() && path.compare(path.size() - iEnding.size(), iEnding.size(), iEnding) == 0) {
+            files.push_back(path);
+        }
+    }
+    return files;
+}
+
+/** Whether the lines stand in a file one behind the other, however far they are indented there. */
+bool IsPartOf(const std::vector<std::string>& iLines, const std::string& iFile) {
+    const std::vector<std::string> file = LinesOf(iFile);
+    const auto size = static_cast<std::ptrdiff_t>(iLines.size());
+    const std::vector<std::string> wanted = Unindented(iLines);
+    for (auto begin = file.begin(); file.end() - begin >= size; ++begin) {
+        if (Unindented(std::vector<std::string>(begin, begin + size)) == wanted) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/** Whether a URL is one that the library takes apart. */
+bool IsUrl(const BexUnicodeString& iUrl) {
+    const std::unique_ptr<char, QorWflUuidDeleter> block(QorWflUrlUtil::UrlToUuid(iUrl));
+    return block != nullptr || QorWflUrlUtil::UrlToActionId(iUrl).IsEmpty() == 0;
+}
+
+}  // namespace
+
+TEST(Documents, HaveCodeBlocksOfTheKindsThatAreTested) {
+    // "sh" is run by the tests RunsCommandsOf; "text" is for pictures and patterns, which nothing can run.
+    const std::set<std::string> tested{"cpp", "cmake", "sh", "properties", "record", "url", "text"};
+    for (const std::string& document : Documents()) {
+        for (const CodeBlock& block : CodeBlocks(document)) {
+            EXPECT_THAT(tested, Contains(block.language)) << block.Place();
+            EXPECT_THAT(block.lines, Not(IsEmpty())) << block.Place();
+        }
+    }
+}
+
+TEST(Documents, BlocksOfCppArePartsOfExamplesThatAreCompiledAndRun) {
+    const std::vector<CodeBlock> blocks = CodeBlocksIn("cpp");
+    EXPECT_GE(blocks.size(), 6u);
+    const std::vector<std::string> examples = Examples(".cpp");
+    for (const CodeBlock& block : blocks) {
+        EXPECT_TRUE(std::any_of(examples.begin(), examples.end(),
+                                [&](const std::string& example) { return IsPartOf(block.lines, example); }))
+            << block.Place() << " is no part of an example";
+    }
+}
+
+TEST(Documents, LinesOfCMakeAreLinesOfAnExampleThatIsBuilt) {
+    const std::vector<CodeBlock> blocks = CodeBlocksIn("cmake");
+    EXPECT_THAT(blocks, Not(IsEmpty()));
+    const std::vector<std::string> host = LinesOf(std::string(EXAMPLES_DIR) + "/host/CMakeLists.txt");
+    for (const CodeBlock& block : blocks) {
+        for (const std::string& line : block.lines) {
+            EXPECT_THAT(host, Contains(line)) << block.Place();
+        }
+    }
+}
+
+TEST(Documents, PropertiesAreReadAsThePageSays) {
+    using Entries = std::map<std::string, std::string>;
+    const std::map<std::string, Entries> wanted{{"docs/property-file.md",
+                                                 {{"actionType", "Design"},
+                                                  {"actionStatus.run", "DSGin work"},
+                                                  {"actionPriority.1", "Low"},
+                                                  {"dataName.missing", "NOT THERE"}}}};
+    std::map<std::string, Entries> read;
+    for (const CodeBlock& block : CodeBlocksIn("properties")) {
+        const TemporaryDirectory folder;
+        const std::string path = folder.Write("properties", block.Text());
+        QorWflPropertyFile properties;
+        ASSERT_EQ(properties.Read(path.c_str()), 0);
+        for (int i = 1; i <= properties.GetNKeys(); ++i) {
+            read[block.document][properties.GetKey(i).ConvertToChar()] = properties.GetValue(i).ConvertToChar();
+        }
+    }
+    EXPECT_EQ(read, wanted);
+}
+
+TEST(Documents, RecordsAreReadAndWrittenAgainAsTheyStand) {
+    const std::vector<CodeBlock> blocks = CodeBlocksIn("record");
+    EXPECT_THAT(blocks, Not(IsEmpty()));
+    for (const CodeBlock& block : blocks) {
+        std::istringstream text(block.Text());
+        ActivityInfo record;
+        text >> record;
+        EXPECT_TRUE(text) << block.Place();
+        std::ostringstream written;
+        written << record << '\n';
+        EXPECT_EQ(written.str(), block.Text()) << block.Place();
+    }
+}
+
+TEST(Documents, UrlsAreTakenApartAndTheirColumnsCounted) {
+    const std::vector<CodeBlock> blocks = CodeBlocksIn("url");
+    EXPECT_GE(blocks.size(), 3u);
+    for (const CodeBlock& block : blocks) {
+        for (const std::string& line : block.lines) {
+            if (line[0] != ' ') {
+                EXPECT_TRUE(IsUrl(line.c_str())) << block.Place() << ": " << line;
+                continue;
+            }
+            // a line of marks: each ^ has behind it how far it is from the first
+            const std::size_t first = line.find('^');
+            ASSERT_NE(first, std::string::npos) << block.Place() << ": " << line;
+            for (std::size_t mark = first; mark != std::string::npos; mark = line.find('^', mark + 1)) {
+                EXPECT_EQ(std::stoul(line.substr(mark + 1)), mark - first) << block.Place() << ": " << line;
+            }
+        }
+    }
+}
