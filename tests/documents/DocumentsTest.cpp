@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -32,6 +33,21 @@ std::vector<std::string> Examples(const std::string& iEnding) {
         }
     }
     return files;
+}
+
+/** The names of all files and folders of the sources. */
+std::set<std::string> FileNames() {
+    std::set<std::string> names;
+    for (const char* folder : {"BexFramework", "QorWorkflowInterop", "bench", "cmake", "docs", "examples", "tests"}) {
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(std::filesystem::path(SOURCE_DIR) / folder)) {
+            names.insert(entry.path().filename().string());
+        }
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(SOURCE_DIR)) {
+        names.insert(entry.path().filename().string());
+    }
+    return names;
 }
 
 /** Whether the lines stand in a file one behind the other, however far they are indented there. */
@@ -86,6 +102,22 @@ TEST(Documents, LinesOfCMakeAreLinesOfAnExampleThatIsBuilt) {
             EXPECT_THAT(host, Contains(line)) << block.Place();
         }
     }
+}
+
+TEST(Documents, FilesThatTheyNameAreThere) {
+    const std::regex file("`([A-Za-z0-9_./-]+\\.(h|cpp|cmake|sh|md|py|m|sql))`");
+    const std::set<std::string> names = FileNames();
+    int found = 0;
+    for (const std::string& document : Documents()) {
+        for (const std::string& line : LinesOf(std::string(SOURCE_DIR) + "/" + document)) {
+            for (std::sregex_iterator match(line.begin(), line.end(), file), end; match != end; ++match) {
+                const std::string name = std::filesystem::path((*match)[1].str()).filename().string();
+                EXPECT_THAT(names, Contains(name)) << document << ": " << line;
+                ++found;
+            }
+        }
+    }
+    EXPECT_GT(found, 40);
 }
 
 TEST(Documents, PropertiesAreReadAsThePageSays) {
