@@ -74,6 +74,7 @@ endforeach()
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${developmentPackage}
         COMPONENT development)
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${developmentPackage} COMPONENT development
-        PATTERN Doxyfile EXCLUDE PATTERN .gitignore EXCLUDE)
+        PATTERN Doxyfile EXCLUDE REGEX "examples/CMakeLists\\.txt$" EXCLUDE
+        PATTERN *.sh PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 include(CPack)

@@ -50,7 +50,7 @@ else
     debootstrap --variant=minbase "$suite" "$root" "${mirror[@]}"
 fi
 cp -L /etc/resolv.conf "$root/etc/resolv.conf"  # names are looked up in there as they are here
-mountpoint -q "$root/proc" || mount -t proc proc "$root/proc"
+mountpoint -q "$root/proc" || mount -t proc proc "$root/proc" || say "without /proc, which cannot be mounted here"
 
 # Packages must not start services in there, and apt is not to ask.
 printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
