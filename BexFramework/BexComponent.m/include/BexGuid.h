@@ -5,10 +5,10 @@
 
 /** The identifier of an interface or class: 16 bytes in the usual layout. A plain value. */
 struct GUID {
-    std::uint32_t Data1;
-    std::uint16_t Data2;
-    std::uint16_t Data3;
-    std::uint8_t Data4[8];
+    std::uint32_t Data1;    ///< the first group of digits
+    std::uint16_t Data2;    ///< the second
+    std::uint16_t Data3;    ///< the third
+    std::uint8_t Data4[8];  ///< the fourth, two bytes, and the fifth, six
 };
 
 /** Compares all 16 bytes. */

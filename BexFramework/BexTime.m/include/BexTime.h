@@ -50,11 +50,17 @@ public:
     /** Moves on by a span, back by a negative one. @return this time. */
     BexTime& operator+=(const BexTimeSpan& iSpan);
 
+    /** @return whether @p iLeft is the same second as @p iRight. */
     friend bool operator==(const BexTime& iLeft, const BexTime& iRight) { return iLeft.seconds == iRight.seconds; }
+    /** @return whether @p iLeft is another second than @p iRight. */
     friend bool operator!=(const BexTime& iLeft, const BexTime& iRight) { return iLeft.seconds != iRight.seconds; }
+    /** @return whether @p iLeft is earlier than @p iRight. */
     friend bool operator<(const BexTime& iLeft, const BexTime& iRight) { return iLeft.seconds < iRight.seconds; }
+    /** @return whether @p iLeft is later than @p iRight. */
     friend bool operator>(const BexTime& iLeft, const BexTime& iRight) { return iLeft.seconds > iRight.seconds; }
+    /** @return whether @p iLeft is not later than @p iRight. */
     friend bool operator<=(const BexTime& iLeft, const BexTime& iRight) { return iLeft.seconds <= iRight.seconds; }
+    /** @return whether @p iLeft is not earlier than @p iRight. */
     friend bool operator>=(const BexTime& iLeft, const BexTime& iRight) { return iLeft.seconds >= iRight.seconds; }
 
 private:

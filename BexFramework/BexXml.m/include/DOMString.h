@@ -77,7 +77,9 @@ public:
         appendData(iUnit);
         return *this;
     }
+    /** @return whether both have the same units; null equals empty. */
     friend bool operator==(const DOMString& iLeft, const DOMString& iRight) { return iLeft.units == iRight.units; }
+    /** @return whether they differ. */
     friend bool operator!=(const DOMString& iLeft, const DOMString& iRight) { return iLeft.units != iRight.units; }
     /** @return whether the text is null. */
     friend bool operator==(const DOMString& iText, std::nullptr_t) { return iText.null; }

@@ -21,7 +21,9 @@ public:
     void appendData(const DOMString& iData);
 
 protected:
+    /** A handle on a node of the document that @p iTree shares in. */
     DOM_CharacterData(xercesc::DOMNode* iNode, const Share& iTree) : DOM_Node(iNode, iTree) {}
+    /** The same node, or null when it is of neither type. */
     DOM_CharacterData(const DOM_Node& iNode, NodeType iType, NodeType iOrType) : DOM_Node(iNode, iType, iOrType) {}
 };
 

@@ -122,6 +122,7 @@ protected:
     /** The document, released with the last share; null for a tree that somebody else owns. */
     using Share = std::shared_ptr<xercesc::DOMDocument>;
 
+    /** A handle on a node of the document that @p iTree shares in. */
     DOM_Node(xercesc::DOMNode* iNode, const Share& iTree) : node(iNode), tree(iTree) {}
     /** The same node, or null when it is not of type @p iType (or @p iOrType, when given). */
     DOM_Node(const DOM_Node& iNode, NodeType iType, NodeType iOrType) : DOM_Node() {
@@ -130,12 +131,13 @@ protected:
         }
     }
 
+    /** @return the text without a copy, empty for a null pointer. */
     static std::u16string_view ViewOf(const XMLCh* iText) {
         return iText == nullptr ? std::u16string_view() : std::u16string_view(iText);
     }
 
-    xercesc::DOMNode* node = nullptr;
-    Share tree;
+    xercesc::DOMNode* node = nullptr;  ///< null for a null handle; belongs to its document
+    Share tree;                        ///< keeps the document of the node alive
 
     friend class DOM_Document;
     friend class DOM_NamedNodeMap;

@@ -12,7 +12,9 @@ public:
     explicit DOM_Text(const DOM_Node& iNode) : DOM_CharacterData(iNode, TEXT_NODE, CDATA_SECTION_NODE) {}
 
 protected:
+    /** A handle on a text of the document that @p iTree shares in. */
     DOM_Text(xercesc::DOMNode* iNode, const Share& iTree) : DOM_CharacterData(iNode, iTree) {}
+    /** The same node, or null when it is of neither type. */
     DOM_Text(const DOM_Node& iNode, NodeType iType, NodeType iOrType) : DOM_CharacterData(iNode, iType, iOrType) {}
     friend class DOM_Document;
 };

@@ -51,7 +51,9 @@ public:
 
 protected:
     QorWflActionItf() = default;
+    /** For derived classes, which may be copied as what they are. */
     QorWflActionItf(const QorWflActionItf&) = default;
+    /** For derived classes, too. */
     QorWflActionItf& operator=(const QorWflActionItf&) = default;
     ~QorWflActionItf() = default;  // not virtual: it would take a place among the operations
 };

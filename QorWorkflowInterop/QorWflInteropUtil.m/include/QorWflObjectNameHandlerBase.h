@@ -50,13 +50,13 @@ public:
 
 protected:
     // seven parallel lists: entry k of each belongs to the same mapping
-    BexListValBexUnicodeString externalTypes;
-    BexListValBexUnicodeString environments;  // "*" for any
-    BexListValBexUnicodeString objectKinds;   // "Part", "Model", "Document" or "Feature"
-    BexListValBexUnicodeString tables;        // "*" for any table of the kind
-    BexListValBexUnicodeString nameAttributes;
-    BexListValBexUnicodeString typeKeys;    // external type, environment
-    BexListValBexUnicodeString objectKeys;  // environment, kind, table
+    BexListValBexUnicodeString externalTypes;   ///< the types of the workflow side
+    BexListValBexUnicodeString environments;    ///< "*" for any
+    BexListValBexUnicodeString objectKinds;     ///< "Part", "Model", "Document" or "Feature"
+    BexListValBexUnicodeString tables;          ///< "*" for any table of the kind
+    BexListValBexUnicodeString nameAttributes;  ///< what holds an object's name
+    BexListValBexUnicodeString typeKeys;        ///< external type, environment
+    BexListValBexUnicodeString objectKeys;      ///< environment, kind, table
 };
 
 #endif
