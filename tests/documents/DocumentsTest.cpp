@@ -10,6 +10,7 @@
 
 #include <TemporaryDirectory.h>
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -73,7 +74,7 @@ bool IsUrl(const BexUnicodeString& iUrl) {
 
 TEST(Documents, HaveCodeBlocksOfTheKindsThatAreTested) {
     // "sh" is run by the tests RunsCommandsOf; "text" is for pictures and patterns, which nothing can run.
-    const std::set<std::string> tested{"cpp", "cmake", "sh", "properties", "record", "url", "text"};
+    const std::set<std::string> tested{"cpp", "cmake", "sh", "json", "properties", "record", "url", "text"};
     for (const std::string& document : Documents()) {
         for (const CodeBlock& block : CodeBlocks(document)) {
             EXPECT_THAT(tested, Contains(block.language)) << block.Place();
@@ -119,6 +120,20 @@ TEST(Documents, FilesThatTheyNameAreThere) {
     }
     EXPECT_GT(found, 40);
 }
+
+#ifdef QORWFL_TOOL
+TEST(Documents, JsonIsTakenByTheCommand) {
+    const TemporaryDirectory folder;
+    const auto status = [&folder](const std::string& iJson) {
+        const std::string file = folder.Write("block.json", iJson);
+        return std::system(("'" QORWFL_TOOL "' export '" + file + "' >'" + file + ".out' 2>&1").c_str());
+    };
+    EXPECT_NE(status("{"), 0);
+    for (const CodeBlock& block : CodeBlocksIn("json")) {
+        EXPECT_EQ(status(block.Text()), 0) << block.Place();
+    }
+}
+#endif
 
 TEST(Documents, PropertiesAreReadAsThePageSays) {
     using Entries = std::map<std::string, std::string>;
