@@ -72,5 +72,5 @@ std::size_t BexNarrowText::GrownCapacity(std::size_t iMore) const {
     if (length == 0) {
         return iMore;
     }
-    return std::min(kLongest, std::max(length + iMore, 2 * Capacity()));
+    return std::min(kLongest, std::max(length + iMore, Capacity() + Capacity() / 2));
 }
