@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Runs the benchmarks and prints how we compare with other libraries, how our cost grows, what memory a document takes
-and what a trace that is off costs. A missed limit is shown, not an error."""
+"""Runs the benchmarks and prints how we compare with other libraries, how our cost grows, what memory a document takes,
+what a trace that is off costs and what starting costs. A missed limit is shown, not an error."""
 
 import argparse
 import json
@@ -42,6 +42,13 @@ MEMORY_SIZES = (100, 10_000, 100_000, 1_000_000)
 MEMORY_LIMIT, MEMORY_GOAL = 14, 10
 TRACE_LIMIT, TRACE_GOAL = 1.01, 1.00
 TRACED_WORK = {"action": "GetActionInfo", "read": "QorWflXmlToActivity", "url": "the URL operations"}
+# What starts, and what is started to compare it with: a program of Xerces-C alone.
+STARTS = [
+    ("a host that loads the library", ["qorwflstarthost"], ["qorwflstartxerces"]),
+    ("the same, and starts the XML parser", ["qorwflstarthost", "xml"], ["qorwflstartxerces", "xml"]),
+    ("qorwfl --version", ["qorwfl", "--version"], ["qorwflstartxerces"]),
+]
+START_ROUNDS = 101
 TITLES = {work: title for work, title, *_ in COMPARISONS}
 
 
@@ -155,6 +162,29 @@ def trace_off(programs):
     return rows
 
 
+def processor_time(programs, command):
+    """The processor time in nanoseconds that a program takes from its start to its end."""
+    path = os.path.join(programs, command[0])
+    child = os.posix_spawn(path, [path, *command[1:]], os.environ,
+                           file_actions=[(os.POSIX_SPAWN_OPEN, 1, os.devnull, os.O_WRONLY, 0)])
+    _, status, usage = os.wait4(child, 0)
+    if status != 0:
+        raise BenchmarkError(f"{' '.join(command)} ended with status {status}")
+    return (usage.ru_utime + usage.ru_stime) * 1e9
+
+
+def start_up(programs):
+    """The rows of what starting costs; all are started by turns."""
+    commands = sorted({tuple(command) for _, ours, other in STARTS for command in (ours, other)})
+    times = {command: [] for command in commands}
+    for _ in range(START_ROUNDS):
+        for command in commands:
+            times[command].append(processor_time(programs, command))
+    medians = {command: statistics.median(each) for command, each in times.items()}
+    return [{"work": title, "ours_ns": medians[tuple(ours)], "xerces_ns": medians[tuple(other)],
+             "ratio": medians[tuple(ours)] / medians[tuple(other)]} for title, ours, other in STARTS]
+
+
 def time_text(nanoseconds):
     """A time in the unit that suits it."""
     for unit, size in (("ns", 1), ("µs", 1e3), ("ms", 1e6)):
@@ -208,6 +238,9 @@ def print_report(report):
                 ["Work", "Instructions", "Without trace", *judged],
                 [[row["work"], count_text(row["instructions"]), count_text(row["instructions_without_trace"]),
                   *judge(row)] for row in report["trace"]])
+    print_table("Starting (ratio: ours to a program of Xerces-C alone)", ["Work", "Ours", "Xerces-C", "Ratio"],
+                [[row["work"], time_text(row["ours_ns"]), time_text(row["xerces_ns"]), f"{row['ratio']:.2f}"]
+                 for row in report["start"]])
     verdicts = [row["verdict"] for part in ("comparison", "growth", "memory", "trace") for row in report[part]]
     print(f"\n{len(verdicts)} figures: {verdicts.count('goal')} reach the goal, {verdicts.count('ok')} are within the "
           f"limit, {verdicts.count('MISSED')} miss it")
@@ -225,7 +258,7 @@ def measure(arguments):
             "growth": growth(medians, largest),
             "memory": memory(os.path.join(arguments.programs, "qorwflpeak"),
                              [size for size in MEMORY_SIZES if size <= largest]),
-            "trace": trace_off(arguments.programs)}
+            "trace": trace_off(arguments.programs), "start": start_up(arguments.programs)}
 
 
 def main():
