@@ -56,6 +56,15 @@ std::string Position(std::string_view iText, std::size_t iByte) {
            std::to_string(1 + std::count_if(line.begin(), line.end(), isStart));
 }
 
+/** Whether a text is UTF-8. */
+bool IsUtf8(const std::string& iText) {
+    try {
+        return !json(iText).dump().empty();
+    } catch (const json::type_error&) {
+        return false;
+    }
+}
+
 /** What the parser says is wrong, without its own numbering and position, at a length that can be read. */
 std::string Reason(const json::exception& iError) {
     std::string reason = iError.what();
@@ -63,6 +72,10 @@ std::string Reason(const json::exception& iError) {
         if (const std::size_t found = reason.find(prefix); found != std::string::npos) {
             reason.erase(0, found + std::string_view(prefix).size());
         }
+    }
+    // The parser shows what it has read last, also where that is no text.
+    if (const std::size_t shown = reason.find("; last read"); shown != std::string::npos && !IsUtf8(reason)) {
+        reason.erase(shown);
     }
     return Shortened(reason, kMaxReasonLength);
 }

@@ -59,6 +59,15 @@ TEST(JsonSyntax, ErrorTellsLineColumnAndWhatIsWrong) {
     }
 }
 
+TEST(JsonSyntax, BytesThatAreNoTextAreNotShown) {
+    for (const char* text :
+         {"{\"id\": \"\xFC\"}", "{\"id\": \"ok \xC3(\"}", "\xEF\xBB\xBF\xEF\xBB\xFF{}", "{\"\x9B\": 1}", "\x9B"}) {
+        const ToolResult result = ExportText(text);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, testing::Each(testing::AllOf(testing::Ge('\n'), testing::Le('~')))) << result.err;
+    }
+}
+
 TEST(JsonSyntax, EveryCutOfAnActionIsRefused) {
     const std::string whole = FileBytes(Example("minimal.json"));
     const std::string text = whole.substr(0, whole.find_last_not_of('\n') + 1);
