@@ -75,7 +75,7 @@ struct RecordContent {
 
 /**
  * Reads an activity from a text in memory, a character at a time, as the text form is defined; independent of the
- * library, to judge it by. Counts are taken at their word, so they had better be small.
+ * library, to judge it by.
  */
 class NaiveRecordReader {
 public:
@@ -178,11 +178,16 @@ private:
 
     int List(std::vector<std::string>& oTexts, int iTextsPerElement) {
         const int count = Number<int>();
-        for (int i = 0; i < count * iTextsPerElement; ++i) {
+        const long wanted = static_cast<long>(count) * iTextsPerElement;
+        for (long i = 0; i < wanted; ++i) {
             const bool before = failed;
             oTexts.push_back(Text());
             if (failed && !before) {
                 broken = &oTexts;
+                if (static_cast<std::size_t>(wanted) > text.size()) {  // the count of a list that was never there
+                    oTexts.clear();
+                    return 0;
+                }
             }
         }
         return count;

@@ -1,4 +1,6 @@
 #include "CapturedStream.h"
+#include "MemoryFile.h"
+#include "PlainPropertyReader.h"
 #include "PropertyEntries.h"
 #include "TemporaryDirectory.h"
 
@@ -7,14 +9,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <climits>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
-#include <sys/mman.h>
-#include <unistd.h>
 #include <vector>
 
 using ::testing::ElementsAre;
@@ -23,25 +22,7 @@ using ::testing::Pair;
 
 namespace {
 
-/** A file in memory, for tests that read very many small texts. */
-class MemoryFile {
-public:
-    MemoryFile() : descriptor(::memfd_create("properties", 0)), path("/proc/self/fd/" + std::to_string(descriptor)) {}
-    ~MemoryFile() { ::close(descriptor); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    /** Makes the file hold just this text. @return whether that worked. */
-    bool Hold(const std::string& iText) const {
-        return ::ftruncate(descriptor, 0) == 0 &&
-               ::pwrite(descriptor, iText.data(), iText.size(), 0) == static_cast<ssize_t>(iText.size());
-    }
-    BexUnicodeString Path() const { return StringOf(path); }
-
-private:
-    int descriptor;
-    std::string path;
-};
+using PlainPropertyReader::PlainRead;
 
 /** The table after a text was read over what the table held. */
 PropertyEntries Read(QorWflPropertyFile& ioProperties, const std::string& iText) {
@@ -55,76 +36,6 @@ PropertyEntries Read(QorWflPropertyFile& ioProperties, const std::string& iText)
 PropertyEntries Read(const std::string& iText) {
     QorWflPropertyFile properties;
     return Read(properties, iText);
-}
-
-std::vector<std::string> PhysicalLines(std::string iText) {
-    std::vector<std::string> lines;
-    while (!iText.empty()) {
-        const std::size_t end = std::min(iText.find('\n'), iText.size());
-        lines.push_back(iText.substr(0, end));
-        iText.erase(0, end + 1);
-    }
-    return lines;
-}
-
-std::vector<std::string> LogicalLines(std::vector<std::string> iPhysical) {
-    std::vector<std::string> lines;
-    while (!iPhysical.empty()) {
-        std::string line = iPhysical.front();
-        iPhysical.erase(iPhysical.begin());
-        while (!line.empty() && line.back() == '\\') {
-            line.pop_back();
-            if (!iPhysical.empty()) {
-                line += iPhysical.front();
-                iPhysical.erase(iPhysical.begin());
-            }
-        }
-        lines.push_back(line);
-    }
-    return lines;
-}
-
-std::string WithoutBlanks(std::string iText) {
-    iText.erase(std::remove(iText.begin(), iText.end(), ' '), iText.end());
-    return iText;
-}
-
-std::string WithoutBlanksAround(std::string iText) {
-    while (!iText.empty() && iText.front() == ' ') {
-        iText.erase(0, 1);
-    }
-    while (!iText.empty() && iText.back() == ' ') {
-        iText.pop_back();
-    }
-    return iText;
-}
-
-void Set(PropertyEntries& ioEntries, const std::string& iKey, const std::string& iValue) {
-    for (auto& [key, value] : ioEntries) {
-        if (key == iKey) {
-            value = iValue;
-            return;
-        }
-    }
-    ioEntries.emplace_back(iKey, iValue);
-}
-
-/** What a text sets, found in the plainest way: the judge of the reader under test. */
-PropertyEntries PlainRead(const std::string& iText) {
-    PropertyEntries entries;
-    for (const std::string& line : LogicalLines(PhysicalLines(iText))) {
-        const bool isComment = WithoutBlanks(line).rfind('/', 0) == 0;
-        const std::size_t equals = line.find('=');
-        if (isComment || equals == std::string::npos || equals == 0) {
-            continue;
-        }
-        std::string value = WithoutBlanksAround(line.substr(equals + 1));
-        if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
-            value = value.substr(1, value.size() - 2);
-        }
-        Set(entries, WithoutBlanks(line.substr(0, equals)), value);
-    }
-    return entries;
 }
 
 struct SyntaxCase {
