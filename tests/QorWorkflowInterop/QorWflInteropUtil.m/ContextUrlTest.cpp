@@ -40,6 +40,25 @@ TEST(ContextUrl, EmptyOrNullContextAddsNothing) {
     EXPECT_EQ(Bytes(QorWflUrlUtil::ContextUrl(kBlock.data(), BexUnicodeString())), kUrl);
 }
 
+TEST(ContextUrl, QuestionMarkInTheBlocksTextsCountsAsAQuery) {
+    // the environment and the table stand unencoded in the URL, outside its key
+    const std::string table = Block("DB", "ENV1", "T?");
+    EXPECT_EQ(Bytes(QorWflUrlUtil::ContextUrl(table.data(), "c")),
+              "LumenUID://Legacy+QOR1/ENV1/DB++++++#ENV1++++#T%3F++++++++++++++++#0123456789ABCDEF#FEDCBA9876543210.T?"
+              "&context=c");
+    const std::string environment = Block("DB", "?", "T");
+    const BexUnicodeString url = QorWflUrlUtil::ContextUrl(environment.data(), "c");
+    EXPECT_EQ(Bytes(url),
+              "LumenUID://Legacy+QOR1/?/DB++++++#%3F+++++++#T+++++++++++++++++#0123456789ABCDEF#FEDCBA9876543210.T"
+              "&context=c");
+    EXPECT_EQ(Bytes(QorWflUrlUtil::GetUrlParm(url, "context")), "c");
+}
+
+TEST(ContextUrl, ContextOfBlanksIsNotEmpty) {
+    EXPECT_EQ(ContextUrl(" "), kUrl + "?context=+");
+    EXPECT_EQ(ContextUrl(std::string(1, '\0')), kUrl + "?context=%00");
+}
+
 TEST(ContextUrl, TracesTheStepsThatItTakes) {
     CapturedTrace trace("WFInteropUrl");
     ContextUrl("x y");
@@ -90,6 +109,55 @@ TEST(UrlToContext, TextThatNamesNoInstanceEmptiesTheContext) {
         EXPECT_EQ(uuid, nullptr) << url;
         EXPECT_TRUE(context.IsEmpty()) << url;
     }
+}
+
+TEST(UrlToContext, ContextIsOfTheFirstQuestionMarkAndTheInstanceOfTheLast) {
+    const struct {
+        std::string url;
+        std::string context;
+    } cases[] = {
+        {kUrl + "?context=a?context=b", "a?context=b"},
+        {kUrl + "?x=1?context=b", ""},
+        {kUrl + "??context=b", ""},
+        {kUrl + "?context=a?", "a?"},
+        {kUrl + "&context=b", ""},
+        {kUrl + "/context=b?", ""},
+        {"qor://DB/ENV1.PART_LIST/0123456789ABCDEFFEDCBA9876543210?context=a?context=b", "a?context=b"},
+        {"qor://DB/ENV1.PART_LIST/0123456789ABCDEFFEDCBA9876543210?%63ontext=a", ""},
+    };
+    for (const auto& entry : cases) {
+        BexUnicodeString context = "before";
+        const OwnedUuid uuid(QorWflUrlUtil::UrlToContext(Text(entry.url), context));
+        EXPECT_THAT(UrlTesting::BytesOf(uuid), Optional(kBlock)) << entry.url;
+        EXPECT_EQ(Bytes(context), entry.context) << entry.url;
+    }
+}
+
+TEST(UrlToContext, WholeTraceOfARejection) {
+    const CapturedTrace trace("WFInteropUrl");
+    BexUnicodeString context = "before";
+    const OwnedUuid uuid(QorWflUrlUtil::UrlToContext("LumenUID://Legacy+QOR1/default/A1.ACTION?context=x", context));
+    EXPECT_EQ(trace.Text(),
+              ">> QorWflUrlUtil::UrlToContext\n"
+              "  Input url is [LumenUID://Legacy+QOR1/default/A1.ACTION?context=x]\n"
+              "  >> QorWflUrlUtil::UrlToInstance\n"
+              "    Input url is [LumenUID://Legacy+QOR1/default/A1.ACTION?context=x]\n"
+              "    Url looks like a LumenUID\n"
+              "    LumenUID=[A1.ACTION]\n"
+              "    Delimiters not placed correctly\n"
+              "  << QorWflUrlUtil::UrlToInstance\n"
+              "<< QorWflUrlUtil::UrlToContext\n");
+}
+
+TEST(UrlTrace, LinesGoToStandardOutputAndToNothingElse) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    BexQorTrace::SetOn("WFInteropUrl", 1);
+    UrlTesting::ActionUrl("A1");
+    BexQorTrace::SetOn("WFInteropUrl", 0);
+    UrlTesting::ActionUrl("A2");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), ">> QorWflUrlUtil::ActionUrl\n<< QorWflUrlUtil::ActionUrl\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(UrlToContext, GivesBackWhatContextUrlWasGiven) {

@@ -152,30 +152,9 @@ TEST(UrlToUuid, GivesBackBlocksOfUnescapedTextsAtAnyWidth) {
     });
 }
 
-TEST(UrlToUuid, KeysOfSixtyNineToSeventyOneCharacters) {
-    for (const std::string query : {"", "?", "?context=x"}) {
-        EXPECT_THAT(UrlToUuid(kLongPrefix + "ENV1/" + kKey.substr(0, 69) + query), Eq(std::nullopt));
-        EXPECT_THAT(UrlToUuid(kLongPrefix + "ENV1/" + kKey.substr(0, 70) + query), Eq(std::nullopt));
-        EXPECT_THAT(UrlToUuid(kLongPrefix + "ENV1/" + kKey.substr(0, 71) + query), Optional(kBlock));
-    }
-}
-
 TEST(UrlToUuid, EveryKeyThatEndsTooEarlyIsRejected) {
     for (std::size_t length = 0; length < kLongPrefix.size() + 5 + 71; ++length) {
         EXPECT_THAT(UrlToUuid(kLongUrl.substr(0, length)), Eq(std::nullopt)) << length;
-    }
-}
-
-TEST(UrlToUuid, EveryDelimiterMustBeThere) {
-    for (const std::size_t position : {8U, 17U, 36U, 53U, 70U}) {
-        std::string key = kKey;
-        key[position] = 'x';
-        CapturedTrace trace("WFInteropUrl");
-        EXPECT_THAT(UrlToUuid(kLongPrefix + "ENV1/" + key), Eq(std::nullopt)) << position;
-        EXPECT_THAT(trace.Lines(),
-                    ElementsAre(">> QorWflUrlUtil::UrlToInstance", "Input url is [" + kLongPrefix + "ENV1/" + key + "]",
-                                "Url looks like a LumenUID", "LumenUID=[" + key + "]",
-                                "Delimiters not placed correctly", "<< QorWflUrlUtil::UrlToInstance"));
     }
 }
 

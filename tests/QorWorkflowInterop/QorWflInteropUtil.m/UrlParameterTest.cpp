@@ -4,7 +4,6 @@
 #include <BexUnicodeString.h>
 #include <QorWflUrlUtil.h>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <CapturedTrace.h>
@@ -12,7 +11,6 @@
 
 namespace {
 
-using testing::ElementsAre;
 using UrlTesting::Bytes;
 using UrlTesting::ForEachText;
 using UrlTesting::GetUrlParm;
@@ -108,25 +106,40 @@ TEST(GetUrlParm, ManyParametersTakeLinearTime) {
     EXPECT_EQ(GetUrlParm(url + "b=2", "c"), "");
 }
 
-TEST(GetUrlParm, TracesWhatItFinds) {
-    CapturedTrace trace("WFInteropUrl");
-    GetUrlParm("u?a=1&b=2", "b");
-    EXPECT_THAT(trace.Lines(), ElementsAre(">> QorWflUrlUtil::GetUrlParm", "Input url is [u?a=1&b=2]", "Search for [b]",
-                                           "Found [2]", "<< QorWflUrlUtil::GetUrlParm"));
+TEST(GetUrlParm, TracesWhatItFindsIfAnything) {
+    const struct {
+        const char* url;
+        const char* name;
+        const char* found;  ///< null: nothing is
+    } cases[] = {
+        {"u?a=1&a=2", "a", "1"},    {"u?b=a=1&a=2?a=3", "a", "2?a=3"},
+        {"u?a=&b=1", "a", ""},      {"u?=&b=1", "", ""},
+        {"u?ab=1&&a=2&", "a", "2"}, {"u?a=1&b=2", "b", "2"},
+        {"?a=b=c", "a", "b=c"},     {"u?ab=1", "a", nullptr},
+        {"u?a", "a", nullptr},      {"u?b=1", "a", nullptr},
+        {"u?A=1&", "a", nullptr},   {"u?", "", nullptr},
+        {"u", "", nullptr},         {"a=1", "a", nullptr},
+        {"", "", nullptr},
+    };
+    for (const auto& entry : cases) {
+        const CapturedTrace trace("WFInteropUrl");
+        EXPECT_EQ(GetUrlParm(entry.url, entry.name), entry.found == nullptr ? "" : entry.found) << entry.url;
+        EXPECT_EQ(trace.Text(),
+                  ">> QorWflUrlUtil::GetUrlParm\n"
+                  "  Input url is [" +
+                      std::string(entry.url) + "]\n  Search for [" + entry.name + "]\n" +
+                      (entry.found == nullptr ? "" : "  Found [" + std::string(entry.found) + "]\n") +
+                      "<< QorWflUrlUtil::GetUrlParm\n");
+    }
 }
 
-TEST(GetUrlParm, TracesAnEmptyValueThatItFinds) {
-    CapturedTrace trace("WFInteropUrl");
-    GetUrlParm("u?a=", "a");
-    EXPECT_THAT(trace.Messages(), ElementsAre("Input url is [u?a=]", "Search for [a]", "Found []"));
-}
-
-TEST(GetUrlParm, TracesNoFindWhenThereIsNone) {
-    for (const std::string url : {"u?b=1", "u?b=1&", "u?", "u", ""}) {
-        CapturedTrace trace("WFInteropUrl");
-        GetUrlParm(url, "a");
-        EXPECT_THAT(trace.Lines(), ElementsAre(">> QorWflUrlUtil::GetUrlParm", "Input url is [" + url + "]",
-                                               "Search for [a]", "<< QorWflUrlUtil::GetUrlParm"));
+TEST(GetUrlParm, EveryByteOfAValueIsGivenBackAndEveryByteOfANameIsCompared) {
+    for (int code = 0; code < 256; ++code) {
+        const std::string byte(1, static_cast<char>(code));
+        const std::string url = "u?" + byte + "x=1&x" + byte + "=2&v=3" + byte + "4";
+        for (const std::string& name : {byte + "x", "x" + byte, byte, std::string("v"), std::string("x")}) {
+            EXPECT_EQ(GetUrlParm(url, name), NaiveUrl::GetUrlParm(url, name)) << code;
+        }
     }
 }
 
@@ -176,11 +189,37 @@ TEST(AddUrlParm, EveryValueIsReadBack) {
                 [](const std::string& iValue) { ASSERT_EQ(GetUrlParm(AddUrlParm("u", "a", iValue), "a"), iValue); });
 }
 
+TEST(AddUrlParm, NameIsWrittenAsItStandsAndSoMayNotBeFoundAgain) {
+    EXPECT_EQ(AddUrlParm("u", "a&b", "x&y"), "u?a&b=x%26y");
+    EXPECT_EQ(GetUrlParm("u?a&b=x%26y", "b"), "x&y") << "the ampersand begins another parameter";
+    EXPECT_EQ(GetUrlParm("u?a&b=x%26y", "a&b"), "x&y");
+    EXPECT_EQ(AddUrlParm("u", "?", "1"), "u?\?=1");
+    EXPECT_EQ(AddUrlParm(AddUrlParm("u", "?", "1"), "a", "2"), "u?\?=1&a=2");
+    const BexUnicodeString wide(u"\u20AC", 1);
+    BexUnicodeString url = "u";
+    QorWflUrlUtil::AddUrlParm(url, wide, "1");
+    EXPECT_EQ(url, BexUnicodeString(u"u?\u20AC=1", 5));
+}
+
+TEST(AddUrlParm, MarkAnywhereInTheUrlCountsAsAQuery) {
+    EXPECT_EQ(AddUrlParm("u?x/y", "a", "1"), "u?x/y&a=1");
+    EXPECT_EQ(AddUrlParm("%3F", "a", "1"), "%3F?a=1");
+    BexUnicodeString url(u"u\u013F", 2);  // a question mark in its low byte only
+    QorWflUrlUtil::AddUrlParm(url, "a", "1");
+    EXPECT_EQ(url, BexUnicodeString(u"u\u013F?a=1", 6));
+}
+
 TEST(AddUrlParm, TracesTheNewUrl) {
-    CapturedTrace trace("WFInteropUrl");
-    AddUrlParm("u?a=1", "b", "x y");
-    EXPECT_THAT(trace.Lines(), ElementsAre(">> QorWflUrlUtil::AddUrlParm", "url set to [u?a=1&b=x+y]",
-                                           "<< QorWflUrlUtil::AddUrlParm"));
+    const CapturedTrace trace("WFInteropUrl");
+    AddUrlParm("", "", "");
+    AddUrlParm("u?", "a b", "c d?");
+    EXPECT_EQ(trace.Text(),
+              ">> QorWflUrlUtil::AddUrlParm\n"
+              "  url set to [?=]\n"
+              "<< QorWflUrlUtil::AddUrlParm\n"
+              ">> QorWflUrlUtil::AddUrlParm\n"
+              "  url set to [u?&a b=c+d%3F]\n"
+              "<< QorWflUrlUtil::AddUrlParm\n");
 }
 
 }  // namespace
