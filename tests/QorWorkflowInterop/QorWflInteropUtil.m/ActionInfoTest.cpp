@@ -98,97 +98,6 @@ using ActionInfoDeathTest = ActionInfo;
 
 }  // namespace
 
-TEST_F(ActionInfo, WholeActionFillsTheRecordFieldByField) {
-    action.abstractText = "Review the wheel";
-    action.priority = "2";
-    action.status = "DSGin work";
-    action.actionId = "ACT 7";
-    action.owner = "JDOE";
-    action.contexts = {{"Config", "cfg 1", "x"}, {"WFProcess", "P1", "y"}, {"WFActivity", "A1", "z"}};
-    AttachProduct("the car", kPartBlock);
-    Attach("Model", "I", "big wheel", "wheel", kModelBlock);
-    Attach("Document", "O", "report", "result", kDocumentBlock);
-    Fill();
-
-    EXPECT_EQ(info.abstract, "Review the wheel");
-    EXPECT_EQ(info.priority, "Medium");
-    EXPECT_EQ(info.extid, "LumenUID://Legacy+QOR1/default/ACT+7.ACTION");
-    EXPECT_EQ(info.owner, "JDOE");
-    EXPECT_EQ(info.participant, "JDOE");
-    EXPECT_EQ(info.participantType, "HUMAN");
-    EXPECT_EQ(info.id, "A1");
-    EXPECT_EQ(info.process.id, "P1");
-    EXPECT_EQ(NarrowText(info.process.context), kPartUrl + "?context=cfg+1&Nickname=the+car");
-    EXPECT_THAT(Inputs(info), ElementsAre("wheel"));
-    EXPECT_THAT(Outputs(info), ElementsAre("result"));
-    EXPECT_THAT(Datas(info), ElementsAre(Data("wheel", "TModel", kModelUrl + "?Nickname=big+wheel", "big wheel"),
-                                         Data("result", "TDocument", kDocumentUrl + "?Nickname=report", "report")));
-}
-
-TEST_F(ActionInfo, FieldsOfTheHostAreNotTouched) {
-    info.name = "name";
-    info.generation = 7;
-    info.status = "status";
-    info.duration = 12;
-    info.durationUnit = "h";
-    info.documentation = "documentation";
-    info.process.name = "process";
-    action.status = "another";
-    action.contexts = {{"WFProcess", "P1", ""}};
-    AttachProduct("p");
-    Attach("Part", "I", "n", "a");
-    Fill();
-    EXPECT_EQ(info.name, "name");
-    EXPECT_EQ(info.generation, 7);
-    EXPECT_EQ(info.status, "status");
-    EXPECT_EQ(info.duration, 12);
-    EXPECT_EQ(info.durationUnit, "h");
-    EXPECT_EQ(info.documentation, "documentation");
-    EXPECT_EQ(info.process.name, "process");
-}
-
-TEST_F(ActionInfo, BareActionMakesAnEmptyRecord) {
-    Fill();
-    EXPECT_EQ(info.extid, "LumenUID://Legacy+QOR1/default/.ACTION");
-    EXPECT_EQ(info.participantType, "HUMAN");
-    EXPECT_EQ(info.generation, 1);
-    EXPECT_EQ(info.inputs, nullptr);
-    EXPECT_EQ(info.inputNumber, 0);
-    EXPECT_EQ(info.outputs, nullptr);
-    EXPECT_EQ(info.outputNumber, 0);
-    EXPECT_EQ(info.process.datas, nullptr);
-    EXPECT_EQ(info.process.dataNumber, 0);
-    EXPECT_TRUE(info.process.context.IsNull());
-}
-
-TEST_F(ActionInfo, NullTextsStayNullOverWhatTheRecordHeld) {
-    for (auto* text : {&info.abstract, &info.priority, &info.owner, &info.participant, &info.id, &info.process.id}) {
-        *text = "old";
-    }
-    action.contexts = {{"WFProcess", BexUnicodeString(), ""}, {"WFActivity", BexUnicodeString(), ""}};
-    Attach("Part", "I", nullptr, "a");
-    Fill();
-    for (auto* text : {&info.abstract, &info.priority, &info.owner, &info.participant, &info.id, &info.process.id,
-                       &info.process.datas[0].value}) {
-        EXPECT_TRUE(text->IsNull());
-    }
-    EXPECT_EQ(NarrowText(info.process.datas[0].extid), kModelUrl + "?Nickname=");
-}
-
-TEST_F(ActionInfo, EmptyTextsStayEmpty) {
-    action.abstractText = "";
-    action.priority = "";
-    action.owner = "";
-    action.contexts = {{"WFProcess", "", ""}, {"WFActivity", "", ""}};
-    Attach("Part", "I", "", "a");
-    Fill();
-    for (auto* text : {&info.abstract, &info.priority, &info.owner, &info.participant, &info.id, &info.process.id,
-                       &info.process.datas[0].value}) {
-        EXPECT_TRUE(text->IsEmpty());
-        EXPECT_FALSE(text->IsNull());
-    }
-}
-
 TEST_F(ActionInfo, UnknownPriorityPassesThrough) {
     action.priority = "77";
     Fill();
@@ -517,25 +426,6 @@ TEST_F(ActionInfo, SecondAnswerFillsTheDataFields) {
     Fill();
     EXPECT_THAT(Inputs(info), ElementsAre("a"));
     EXPECT_THAT(Datas(info), ElementsAre(Data("a", "TDocument", kDocumentUrl + "?Nickname=late", "late")));
-}
-
-TEST_F(ActionInfo, SecondAnswerThatFitsNoListedNameOrTypeLeavesTheFieldEmpty) {
-    Attach("Part", "I", "n", "a");
-    const TestObject answers[] = {
-        {"Part", "I", "n", "renamed", Octets(kPartBlock)}, {"Part", "I", "n", nullptr, Octets(kPartBlock)},
-        {"Product", "I", "n", "a", Octets(kPartBlock)},    {"Unknown", "I", "n", "a", Octets(kPartBlock)},
-        {"Part", "I", "n", "renamed", _SEQUENCE_octet()},
-    };
-    info.process.context = "as it was";
-    for (const TestObject& answer : answers) {
-        TestAction fickle;
-        fickle.objects = action.objects;
-        fickle.laterObjects = {answer};
-        ASSERT_EQ(manager.GetActionInfo(&fickle, info), 0);
-        EXPECT_THAT(Inputs(info), ElementsAre("a"));
-        EXPECT_THAT(Datas(info), ElementsAre(Data()));
-        EXPECT_EQ(info.process.context, "as it was") << "products are looked for the first time only";
-    }
 }
 
 TEST_F(ActionInfo, FewerObjectsTheSecondTimeLeaveTheirFieldsEmpty) {

@@ -1,6 +1,7 @@
 #include "CapturedStream.h"
 #include "CapturedTrace.h"
 #include "EnvironmentVariable.h"
+#include "OpenFileLimit.h"
 #include "PropertyEntries.h"
 #include "TemporaryDirectory.h"
 #include "TestManager.h"
@@ -280,6 +281,89 @@ TEST_F(ActionManagerResources, TraceTextIsIndentedBelowItsStep) {
               "  Read property [actionObjects.VERANT_QORDocument.*]=[DOC*.S_TYPE_REP]\n"
               "  Read property [actionObjects.VERANT_QORFeature.*]=[FEAT*.C_NAME]\n"
               "<< QorWflActionManagerBase::InitResources\n");
+}
+
+TEST_F(ActionManagerResources, WholeTraceOfASecondCallWithTheSameTable) {
+    properties.SetValue("actionPriority.8", "Eight");
+    properties.SetValue("other", BexUnicodeString());
+    WriteFile(
+        "/actionType=comment\ndataName.missing = \"  \"\nactionPriority.9=Nine\nactionObjects.VERANT_QORModel.*=x");
+    manager.InitResources(properties);
+    WriteFile("actionPriority.8=\nactionType\n=actionType\nactionType=T=\n");
+    const CapturedTrace trace("WFInterop");
+    manager.InitResources(properties);
+    EXPECT_EQ(trace.Text(),
+              ">> QorWflActionManagerBase::InitResources\n"
+              "  Read property [actionPriority.8]=[]\n"
+              "  Priority mapping resetted\n"
+              "  Priority mapping added\n"
+              "  Read property [other]=[]\n"
+              "  Read property [actionObjects.VERANT_QORModel.*]=[KIRVA_MODEL.C_NICKNAME]\n"
+              "  Read property [actionObjects.VERANT_QORDocument.*]=[DOC*.S_TYPE_REP]\n"
+              "  Read property [actionObjects.VERANT_QORFeature.*]=[FEAT*.C_NAME]\n"
+              "  Read property [dataName.missing]=[  ]\n"
+              "  Missing data marker set\n"
+              "  Read property [actionPriority.9]=[Nine]\n"
+              "  Priority mapping added\n"
+              "  Read property [actionType]=[T=]\n"
+              "  Action type set\n"
+              "<< QorWflActionManagerBase::InitResources\n");
+    EXPECT_THAT(Priorities(manager), ElementsAre(Pair("8", ""), Pair("9", "Nine")));
+    EXPECT_EQ(manager.actionType, "T=");
+    EXPECT_EQ(manager.GetSpecialDataName(1), "/  /");
+}
+
+TEST_F(ActionManagerResources, CarriageReturnsOfTheFileAreInTheVocabulary) {
+    WriteFile("actionType=Review\r\nactionPriority.1=\"Low\"\r\n\r\ndataName.missing=NONE\r\n");
+    const CapturedTrace trace("WFInterop");
+    manager.InitResources(properties);
+    EXPECT_EQ(manager.actionType, "Review\r");
+    EXPECT_THAT(Priorities(manager), ElementsAre(Pair("1", "\"Low\"\r")));
+    EXPECT_EQ(manager.GetSpecialDataName(1), "/NONE\r/");
+    EXPECT_EQ(properties.GetNKeys(), 6);
+    EXPECT_THAT(trace.Lines(), ::testing::Contains("Read property [actionType]=[Review\r]"));
+}
+
+TEST_F(ActionManagerResources, NullAndWideValuesOfTheTableAreTakenAsTheyAre) {
+    const BexUnicodeString wide(u"\u20AC", 1);
+    properties.SetValue("actionType", BexUnicodeString());
+    properties.SetValue("actionStatus.run", wide);
+    properties.SetValue("dataName.ambiguous", wide);
+    properties.SetValue(BexUnicodeString("actionPriority.") + wide, BexUnicodeString());
+    // with the low bytes of the keys that count, and so others
+    properties.SetValue(BexUnicodeString(u"\u0161ctionStatus.abort", 18), "other");
+    properties.SetValue(BexUnicodeString(u"actionPriority\u012E7", 16), "other");
+    manager.InitResources(properties);
+    EXPECT_TRUE(manager.actionType.IsNull());
+    EXPECT_EQ(manager.runStatus, wide);
+    EXPECT_EQ(manager.GetSpecialDataName(2), BexUnicodeString("/") + wide + "/");
+    EXPECT_EQ(manager.abortStatus, "rejected");
+    ASSERT_EQ(manager.internalPriorities.Size(), 1);
+    EXPECT_EQ(manager.internalPriorities[1], wide);
+    EXPECT_EQ(manager.GetInternalPriority(""), wide);
+    EXPECT_EQ(manager.GetExportedPriority("?"), "?");
+}
+
+TEST_F(ActionManagerResources, EmptyCodeOfAPriorityIsEmptyAndNotNull) {
+    WriteFile("actionPriority.=None\nactionPriority.1=\n");
+    manager.InitResources(properties);
+    EXPECT_FALSE(manager.GetInternalPriority("None").IsNull());
+    EXPECT_FALSE(manager.GetExportedPriority("1").IsNull());
+}
+
+TEST_F(ActionManagerResources, FileThatCannotBeOpenedLeavesTheDefaults) {
+    WriteFile("actionType=Review\nactionPriority.9=Urgent\n");
+    TestManager other;
+    QorWflPropertyFile table;
+    other.InitResources(table);  // a sanitizer opens files of its own when code first runs
+    {
+        const OpenFileLimit none(0);
+        manager.InitResources(properties);
+    }
+    EXPECT_EQ(Vocabulary(manager), kDefaultVocabulary);
+    EXPECT_EQ(Priorities(manager), kDefaultPriorities);
+    EXPECT_EQ(properties.GetNKeys(), 3);
+    EXPECT_EQ(other.actionType, "Review");
 }
 
 TEST_F(ActionManagerResources, EveryCallTracesAfreshThatPrioritiesWereReset) {

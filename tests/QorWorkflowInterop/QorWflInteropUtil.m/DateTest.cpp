@@ -287,6 +287,48 @@ TEST(NextDate, TracesStartDurationAndEnd) {
                     "End date=[2004-03-02-10.00.00]", "<< QorWflActionManagerBase::GetNextDate"));
 }
 
+TEST(NextDate, WholeTraceIsIndentedBelowItsStep) {
+    const struct {
+        BexTime start;
+        int duration;
+        BexUnicodeString unit;
+        const char* messages;
+    } cases[] = {
+        {BexTime(9999, 12, 31, 23, 59, 59), INT_MAX, "s",
+         "  Start date=[9999-12-31-23.59.59]\n  Duration=2147483647 s\n  End date=[9999-12-31-23.59.59]\n"},
+        {BexTime(-1, 12, 31), 1, "Y",
+         "  Start date=[-0001-12-31-00.00.00]\n  Duration=1 Y\n  End date=[0000-12-31-00.00.00]\n"},
+        {kStart, 5, BexUnicodeString(),
+         "  Start date=[2003-01-31-10.00.00]\n  Duration=5 \n  End date=[2003-01-31-10.00.00]\n"},
+        {kStart, INT_MIN, "a unit",
+         "  Start date=[2003-01-31-10.00.00]\n  Duration=-2147483648 a unit\n  End date=[2003-01-31-10.00.00]\n"},
+    };
+    for (const auto& entry : cases) {
+        const CapturedTrace trace("WFInterop");
+        QorWflActionManagerBase::GetNextDate(entry.start, entry.duration, entry.unit);
+        EXPECT_EQ(trace.Text(), std::string(">> QorWflActionManagerBase::GetNextDate\n") + entry.messages +
+                                    "<< QorWflActionManagerBase::GetNextDate\n");
+    }
+}
+
+TEST(NextDate, UnitsAgreeWithOneAnotherAtEveryEndOfAMonth) {
+    const int lastDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    for (const int year : {1900, 2000, 2003, 2004, 2100, 2400}) {
+        const bool isLeap = year % 400 == 0 || (year % 4 == 0 && year % 100 != 0);
+        for (int month = 1; month <= 12; ++month) {
+            const int last = lastDays[month - 1] + (isLeap && month == 2 ? 1 : 0);
+            const BexTime start(year, month, last, 23, 59, 59);
+            EXPECT_EQ(start.GetDay(), last) << "the month has that day";
+            EXPECT_EQ(Later(start, 60, "s"), Later(start, 1, "m")) << year << " " << month;
+            EXPECT_EQ(Later(start, 60, "m"), Later(start, 1, "h")) << year << " " << month;
+            EXPECT_EQ(Later(start, 24, "h"), Later(start, 1, "D")) << year << " " << month;
+            EXPECT_EQ(Later(start, 12, "M"), Later(start, 1, "Y")) << year << " " << month;
+            EXPECT_EQ(Later(start, 4800, "M"), Later(start, 400, "Y")) << year << " " << month;
+            EXPECT_EQ(Later(start, 146'097, "D"), Later(start, 400, "Y")) << "400 years have as many days";
+        }
+    }
+}
+
 TEST(NextDate, TracesDurationsAndUnitsThatChangeNothing) {
     for (const auto& [duration, unit] :
          {std::pair(0, "D"), std::pair(INT_MIN, "Y"), std::pair(2, "d"), std::pair(2, "")}) {

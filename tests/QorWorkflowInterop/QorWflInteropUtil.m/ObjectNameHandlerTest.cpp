@@ -1,3 +1,4 @@
+#include "LibraryTrace.h"
 #include "PropertyEntries.h"
 #include "TestAction.h"
 #include "TestManager.h"
@@ -467,6 +468,68 @@ TEST(ObjectNameHandlerAttribute, LookUpComparesJoinedTexts) {
         HandlerOf({{"actionObjects.A.B,C", "DOC*.FIRST"}, {"actionObjects.A,B.C", "DOC*.NEXT"}});
     EXPECT_EQ(handler.GetNameAttribute("A,B", "C", "DOC1"), "FIRST");
     EXPECT_EQ(handler.GetNameAttribute("A", "B,C", "DOC1"), "FIRST");
+}
+
+TEST(ObjectNameHandler, LookUpsThatFindNothingGiveEmptyTextsAndNotNull) {
+    const TestHandler handlers[] = {TestHandler(), HandlerOf(kDefaults)};
+    for (const TestHandler& handler : handlers) {
+        for (const char* table : {"ZZ", "PART_LIST", ""}) {
+            EXPECT_FALSE(handler.GetExternalType("ENV1", table).IsNull()) << table;
+            EXPECT_FALSE(handler.GetExternalType(UuidBlock("DB", "ENV1", table).c_str()).IsNull()) << table;
+            EXPECT_FALSE(handler.GetNameAttribute("VERANT_QORModel", "ENV1", table).IsNull()) << table;
+            EXPECT_FALSE(handler.GetNameAttribute("Unknown", "ENV1", table).IsNull()) << table;
+        }
+    }
+}
+
+TEST(ObjectNameHandlerInit, PartsOfKeysAndValuesAreEmptyAndNotNull) {
+    const TestHandler handler = HandlerOf({{"actionObjects.T.", "PART_LIST."}});
+    ASSERT_EQ(MappingCount(handler), 1);
+    EXPECT_FALSE(handler.environments[1].IsNull());
+    EXPECT_FALSE(handler.nameAttributes[1].IsNull());
+    EXPECT_FALSE(handler.GetNameAttribute("T", "", "PART_LIST").IsNull());
+}
+
+TEST(ObjectNameHandlerInit, WideCharactersAreNotTakenForTheirLowBytes) {
+    // each of these has the low byte of the character in its place
+    const struct {
+        BexUnicodeString key;
+        BexUnicodeString value;
+        int mappings;
+    } cases[] = {
+        {BexUnicodeString(u"actionObjects.\u20AC.\u0141", 17), BexUnicodeString(u"DOC\u012E.N", 6), 1},
+        {BexUnicodeString(u"actionObjects\u012ET.E", 17), "PART_LIST.N", 0},
+        {BexUnicodeString(u"actionObjects.T\u012EE", 17), "PART_LIST.N", 0},
+        {BexUnicodeString(u"\u0161ctionObjects.T.E", 17), "PART_LIST.N", 0},
+        {"actionObjects.T.E", BexUnicodeString(u"PART_LIST\u012EN", 11), 0},
+        {"actionObjects.T.E", BexUnicodeString(u"PART_LIS\u0154.N", 11), 0},
+        {"actionObjects.T.E", BexUnicodeString(u"\u0144OC.N", 5), 0},
+    };
+    for (const auto& entry : cases) {
+        QorWflPropertyFile properties;
+        properties.SetValue(entry.key, entry.value);
+        TestHandler handler;
+        handler.Init(properties);
+        EXPECT_EQ(MappingCount(handler), entry.mappings) << entry.key << " " << entry.value;
+    }
+    QorWflPropertyFile properties;
+    properties.SetValue(cases[0].key, cases[0].value);
+    TestHandler handler;
+    handler.Init(properties);
+    const BexUnicodeString type(u"\u20AC", 1);
+    EXPECT_EQ(handler.GetExternalType(BexUnicodeString(u"\u0141", 1), BexUnicodeString(u"DOC\u012E", 4)), type);
+    EXPECT_EQ(handler.GetExternalType("A", BexUnicodeString(u"DOC\u012E", 4)), "");
+    EXPECT_EQ(handler.HasExternalType(type), 1);
+    EXPECT_EQ(handler.HasExternalType("?"), 0);
+}
+
+TEST(ObjectNameHandler, NoTraceChannelHearsOfIt) {
+    const LibraryTrace trace;
+    const TestHandler handler = HandlerOf(DefaultsAnd({{"actionObjects.X", "skipped"}}));
+    EXPECT_EQ(TypeOfBlock(handler, UuidBlock("DB", "E", "DOC1")), "VERANT_QORDocument");
+    EXPECT_EQ(handler.GetNameAttribute("VERANT_QORModel", "E", "ZZ"), "");
+    EXPECT_EQ(handler.HasExternalType("X"), 0);
+    EXPECT_EQ(trace.Text(), "");
 }
 
 TEST(ObjectNameHandlerHasType, TellsWhetherAnyMappingHasTheType) {

@@ -1,5 +1,7 @@
 #include "CapturedStream.h"
 #include "EnvironmentVariable.h"
+#include "LibraryTrace.h"
+#include "OpenFileLimit.h"
 #include "PropertyEntries.h"
 #include "TemporaryDirectory.h"
 
@@ -14,7 +16,6 @@
 #include <fstream>
 #include <optional>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -40,26 +41,6 @@ public:
 
 private:
     std::filesystem::path former;
-};
-
-/**
- * Bounds the number of files that the process may have open while it lives. With a bound of 0 no file can be opened, by
- * no user, though every file can still be looked at.
- */
-class OpenFileLimit {
-public:
-    explicit OpenFileLimit(rlim_t iLimit) {
-        ::getrlimit(RLIMIT_NOFILE, &former);
-        rlimit limit = former;
-        limit.rlim_cur = iLimit;
-        ::setrlimit(RLIMIT_NOFILE, &limit);
-    }
-    ~OpenFileLimit() { ::setrlimit(RLIMIT_NOFILE, &former); }
-    OpenFileLimit(const OpenFileLimit&) = delete;
-    OpenFileLimit& operator=(const OpenFileLimit&) = delete;
-
-private:
-    rlimit former{};
 };
 
 /** Takes root's rights away while it lives, so that file permissions count; changes nothing for other users. */
@@ -346,6 +327,46 @@ TEST_F(PropertyFileLocation, FileWithoutReadPermissionEndsTheWalkAndReadsNothing
     EXPECT_EQ(WhereAlong("<first>:<second>"), "nothing");
     EXPECT_EQ(Where(nullptr, StringOf(PathOf("first/conf"))), "nothing");
     EXPECT_EQ(WhereAlong("<none>:<second>:<first>"), "second");
+}
+
+TEST_F(PropertyFileLocation, FolderThatMayNotBeSearchedIsPassedOver) {
+    std::filesystem::permissions(directory.Path(), std::filesystem::perms(0755));
+    ASSERT_EQ(::chmod(PathOf("first").c_str(), 0), 0);
+    {
+        const WithoutPrivilege guard;
+        if (!guard.Succeeded()) {
+            GTEST_SKIP() << "root cannot become another user here";
+        }
+        EXPECT_EQ(WhereAlong("<first>:<second>"), "second");
+        EXPECT_EQ(WhereAlong("<first>"), "not found");
+        EXPECT_EQ(Where(nullptr, StringOf(PathOf("first/conf"))), "not found");
+    }
+    ASSERT_EQ(::chmod(PathOf("first").c_str(), 0755), 0);
+}
+
+TEST_F(PropertyFileLocation, NameWithTheLowByteOfASlashInFrontIsNotAbsolute) {
+    EXPECT_EQ(WhereAlong("<first>", BexUnicodeString(u"\u012Fetc/passwd", 11)), "not found");
+    directory.Write("second/?x", "where=question mark\n");
+    EXPECT_EQ(WhereAlong("<first>:<second>", BexUnicodeString(u"\u012Fx", 2)), "question mark");
+}
+
+TEST_F(PropertyFileLocation, FailedReadsBetweenOthersLeaveWhatTheOthersRead) {
+    QorWflPropertyFile properties;
+    const EnvironmentVariable path(kSearchPath, (PathOf("none") + ":" + PathOf("first")).c_str());
+    EXPECT_EQ(properties.Read("missing"), 1);
+    EXPECT_EQ(properties.Read("conf"), 0);
+    EXPECT_EQ(properties.Read(""), 1);
+    EXPECT_EQ(properties.Read(StringOf(PathOf("first"))), 1);
+    EXPECT_EQ(properties.Read(StringOf(PathOf("second/conf"))), 0);
+    EXPECT_EQ(properties.Read("missing"), 1);
+    EXPECT_THAT(EntriesOf(properties), ElementsAre(Pair("where", "second")));
+}
+
+TEST_F(PropertyFileLocation, NoTraceChannelHearsOfIt) {
+    const LibraryTrace trace;
+    EXPECT_EQ(WhereAlong("<none>:<first>"), "first");
+    EXPECT_EQ(WhereAlong("<none>"), "not found");
+    EXPECT_EQ(trace.Text(), "");
 }
 
 TEST_F(PropertyFileLocation, FileWhoseReadingFailsGivesZeroAndNoEntries) {
