@@ -367,4 +367,114 @@ TEST_F(MessengerVar, ABaseHandleTakesItAsItIs) {
     ExpectAsked(0);
 }
 
+/** A messenger of which every answer is a new object, counted by itself; tells how many are alive. */
+class PassingMessenger : public QorIWflInteropMessenger {
+public:
+    explicit PassingMessenger(int& ioAlive) : alive(ioAlive) { ++alive; }
+    ~PassingMessenger() override { --alive; }
+    int QueryInterface(const GUID& iIid, BexBaseUnknown** oObject) override {
+        ++asked;
+        *oObject = iIid == IID_QorIWflInteropMessenger ? new PassingMessenger(alive) : nullptr;
+        return *oObject != nullptr ? 0 : kNoInterface;
+    }
+    unsigned int AddRef() override { return ++references; }
+    unsigned int Release() override {
+        const unsigned int left = --references;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+    unsigned int References() const { return references; }
+    int TimesAsked() const { return asked; }
+
+private:
+    int& alive;
+    unsigned int references = 1;
+    int asked = 0;
+};
+
+TEST(MessengerVarOnPassingAnswers, EveryHandleKeepsItsOwnAnswerAndLetsGoOfIt) {
+    int alive = 0;
+    {
+        const QorIWflInteropMessenger_var original(new PassingMessenger(alive));
+        original->Release();
+        const auto& first = static_cast<const PassingMessenger&>(*original.operator->());
+        EXPECT_EQ(first.References(), 1U);
+        EXPECT_EQ(alive, 1);
+
+        const QorIWflInteropMessenger_var copy(original);
+        EXPECT_NE(copy.operator->(), original.operator->()) << "the copy holds what its own question was answered";
+        EXPECT_EQ(first.References(), 1U) << "and keeps no reference on what it asked";
+        EXPECT_EQ(first.TimesAsked(), 1);
+        EXPECT_EQ(alive, 2);
+
+        const BexBaseUnknown_var& originalAsBase = original;
+        const QorIWflInteropMessenger_var fromBase(originalAsBase);
+        EXPECT_EQ(alive, 3);
+
+        QorIWflInteropMessenger_var assigned;
+        assigned = originalAsBase;
+        EXPECT_EQ(alive, 4);
+        assigned = originalAsBase;
+        EXPECT_EQ(alive, 4) << "the answer before is let go of";
+        EXPECT_EQ(first.References(), 1U);
+        EXPECT_EQ(first.TimesAsked(), 4);
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(MessengerVarOnPassingAnswers, SelfAssignmentTakesTheAnswerInPlaceOfWhatItAsked) {
+    int alive = 0;
+    {
+        QorIWflInteropMessenger_var handle(new PassingMessenger(alive));
+        handle->Release();
+        const BexBaseUnknown_var& same = handle;
+        handle = same;
+        EXPECT_NE(handle.operator->(), nullptr);
+        EXPECT_EQ(alive, 1) << "the object asked is gone, its answer held";
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(MessengerVarOnPassingAnswers, AssignmentsMayBeChained) {
+    int alive = 0;
+    {
+        const BexBaseUnknown_var source(new PassingMessenger(alive));
+        source.GetPointer()->Release();
+        QorIWflInteropMessenger_var one;
+        QorIWflInteropMessenger_var other;
+        one = (other = source);
+        EXPECT_EQ(alive, 3);
+        EXPECT_NE(one.operator->(), other.operator->());
+        one = other = BexBaseUnknown_var();
+        EXPECT_EQ(alive, 1);
+        EXPECT_THAT(one.GetPointer(), IsNull());
+        EXPECT_THAT(other.GetPointer(), IsNull());
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(MessengerIdentity, NamesInTheDictionaryCompareExactly) {
+    for (const char* name : {"qoriwflinteropmessenger", "QorIWflInteropMessenger ", "QorIWflInteropMessenge", ""}) {
+        EXPECT_THAT(FindInDictionary(name), IsNull()) << name;
+    }
+    for (int byte = 0; byte < 16; ++byte) {
+        GUID iid = IID_QorIWflInteropMessenger;
+        reinterpret_cast<unsigned char*>(&iid)[byte] ^= 1U;
+        EXPECT_THAT(FindInDictionary(iid), IsNull()) << byte;
+        EXPECT_TRUE(iid != IID_QorIWflInteropMessenger) << byte;
+    }
+}
+
+TEST(MessengerIdentity, AskingAgainAddsNothingToTheDictionary) {
+    BexMetaClass* const meta = QorIWflInteropMessenger::MetaObject();
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(QorIWflInteropMessenger::MetaObject(), meta);
+        EXPECT_EQ(&QorIWflInteropMessenger::ClassId(), &QorIWflInteropMessenger::ClassId());
+        EXPECT_EQ(FindInDictionary(QorIWflInteropMessenger::ClassId()), meta);
+        EXPECT_EQ(FindInDictionary(QorIWflInteropMessenger::ClassName()), meta);
+    }
+}
+
 }  // namespace
