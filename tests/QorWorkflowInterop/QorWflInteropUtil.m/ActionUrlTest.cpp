@@ -107,6 +107,14 @@ TEST(UrlToActionId, AnyOtherTextGivesTheEmptyString) {
     EXPECT_TRUE(QorWflUrlUtil::UrlToActionId(BexUnicodeString()).IsEmpty());
 }
 
+TEST(UrlToActionId, NoIdentifierAndAnEmptyOneAreEmptyAndNotNull) {
+    for (const char* url : {"", "x", "qor://ACTION/", "qor://ACTION/%zz", "LumenUID://Legacy+QOR1/e",
+                            "LumenUID://Legacy+QOR1/e/A1", "LumenUID://Legacy+QOR1/e/.ACTION"}) {
+        EXPECT_FALSE(QorWflUrlUtil::UrlToActionId(url).IsNull()) << url;
+    }
+    EXPECT_FALSE(QorWflUrlUtil::UrlToActionId(BexUnicodeString()).IsNull());
+}
+
 TEST(UrlToActionId, InstanceUrlNamesNoAction) {
     EXPECT_EQ(UrlToActionId(UrlTesting::InstanceUrl(UrlTesting::Block("db", "env", "KIRVA_MODEL"))), "");
 }

@@ -108,6 +108,7 @@ TEST(UrlToContext, TextThatNamesNoInstanceEmptiesTheContext) {
         const OwnedUuid uuid(QorWflUrlUtil::UrlToContext(Text(url), context));
         EXPECT_EQ(uuid, nullptr) << url;
         EXPECT_TRUE(context.IsEmpty()) << url;
+        EXPECT_FALSE(context.IsNull()) << url;
     }
 }
 

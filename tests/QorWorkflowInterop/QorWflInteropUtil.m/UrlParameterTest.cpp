@@ -82,6 +82,12 @@ TEST(GetUrlParm, NullTextsFindNothing) {
     EXPECT_EQ(QorWflUrlUtil::GetUrlParm("u?=1", null), BexUnicodeString("1"));
 }
 
+TEST(GetUrlParm, NoValueAndAnEmptyOneAreEmptyAndNotNull) {
+    for (const char* url : {"", "u", "u?", "u?b=1", "u?b=1&", "u?a=", "u?a=&b=1", "u?a=%zz"}) {
+        EXPECT_FALSE(QorWflUrlUtil::GetUrlParm(url, "a").IsNull()) << url;
+    }
+}
+
 TEST(GetUrlParm, AgreesWithTheNaiveVersionOverAllShortTexts) {
     for (const std::string name : {"a", "ab", "", "a=", "b"}) {
         ForEachText({"?", "&", "=", "a", "b", "%", "+"}, 6, [&name](const std::string& iText) {
@@ -115,11 +121,11 @@ TEST(GetUrlParm, TracesWhatItFindsIfAnything) {
         {"u?a=1&a=2", "a", "1"},    {"u?b=a=1&a=2?a=3", "a", "2?a=3"},
         {"u?a=&b=1", "a", ""},      {"u?=&b=1", "", ""},
         {"u?ab=1&&a=2&", "a", "2"}, {"u?a=1&b=2", "b", "2"},
-        {"?a=b=c", "a", "b=c"},     {"u?ab=1", "a", nullptr},
-        {"u?a", "a", nullptr},      {"u?b=1", "a", nullptr},
-        {"u?A=1&", "a", nullptr},   {"u?", "", nullptr},
-        {"u", "", nullptr},         {"a=1", "a", nullptr},
-        {"", "", nullptr},
+        {"?a=b=c", "a", "b=c"},     {"u?a=x+y%2Fz&b=1", "a", "x y/z"},
+        {"u?ab=1", "a", nullptr},   {"u?a", "a", nullptr},
+        {"u?b=1", "a", nullptr},    {"u?A=1&", "a", nullptr},
+        {"u?", "", nullptr},        {"u", "", nullptr},
+        {"a=1", "a", nullptr},      {"", "", nullptr},
     };
     for (const auto& entry : cases) {
         const CapturedTrace trace("WFInteropUrl");
@@ -199,6 +205,14 @@ TEST(AddUrlParm, NameIsWrittenAsItStandsAndSoMayNotBeFoundAgain) {
     BexUnicodeString url = "u";
     QorWflUrlUtil::AddUrlParm(url, wide, "1");
     EXPECT_EQ(url, BexUnicodeString(u"u?\u20AC=1", 5));
+}
+
+TEST(AddUrlParm, UrlMayBeItsOwnNameAndValue) {
+    BexUnicodeString url = "u";
+    QorWflUrlUtil::AddUrlParm(url, url, url);
+    EXPECT_EQ(url, BexUnicodeString("u?u=u"));
+    QorWflUrlUtil::AddUrlParm(url, "n", url);
+    EXPECT_EQ(url, BexUnicodeString("u?u=u&n=u%3Fu%3Du"));
 }
 
 TEST(AddUrlParm, MarkAnywhereInTheUrlCountsAsAQuery) {
