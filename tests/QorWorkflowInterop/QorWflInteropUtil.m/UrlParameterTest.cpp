@@ -139,6 +139,18 @@ TEST(GetUrlParm, TracesWhatItFindsIfAnything) {
     }
 }
 
+TEST(GetUrlParm, LinesOfAnyLengthAreTracedWhole) {
+    for (const std::size_t length : {1000U, 1008U, 1009U, 1010U, 1022U, 1023U, 1024U, 1025U, 2048U, 100'000U}) {
+        const std::string value(length, 'v');
+        const CapturedTrace trace("WFInteropUrl");
+        EXPECT_EQ(GetUrlParm("u?a=" + value, "a"), value);
+        EXPECT_EQ(trace.Text(),
+                  ">> QorWflUrlUtil::GetUrlParm\n"
+                  "  Input url is [u?a=" +
+                      value + "]\n  Search for [a]\n  Found [" + value + "]\n<< QorWflUrlUtil::GetUrlParm\n");
+    }
+}
+
 TEST(GetUrlParm, EveryByteOfAValueIsGivenBackAndEveryByteOfANameIsCompared) {
     for (int code = 0; code < 256; ++code) {
         const std::string byte(1, static_cast<char>(code));
