@@ -5,6 +5,9 @@
 
 #include <QorWflInteropInfo.h>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <sstream>
@@ -200,5 +203,30 @@ private:
     RecordContent content;
     const std::vector<std::string>* broken = nullptr;
 };
+
+/** Reads @p iText from a stream into a record that holds something and compares record and stream with the naive
+ * reader. */
+inline void ExpectReadAsNaively(std::istream& ioStream, const std::string& iText) {
+    NaiveRecordReader naive(iText);
+    naive.Read();
+    ActivityInfo activity;
+    RecordTesting::FillSample(activity);
+    ioStream >> activity;
+    ASSERT_THAT(RecordContent::Of(activity).Print(),
+                testing::AnyOf(naive.Content().Print(), naive.WithoutBrokenList().Print()))
+        << iText;
+    if (!naive.EndsInsideALine()) {
+        ASSERT_EQ(ioStream.fail(), naive.Failed()) << iText;
+    }
+}
+
+/** The same from a stream that can go back and from one that cannot. */
+inline void ExpectReadAsNaively(const std::string& iText) {
+    std::istringstream stream(iText);
+    ExpectReadAsNaively(stream, iText);
+    RecordTesting::ForwardOnlyBuffer buffer(iText);
+    std::istream forwardOnly(&buffer);
+    ExpectReadAsNaively(forwardOnly, iText);
+}
 
 #endif

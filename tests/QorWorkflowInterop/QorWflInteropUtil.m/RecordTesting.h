@@ -92,6 +92,25 @@ inline const std::string kSampleText =
     "outputs.1.name=\"D3\";\n"
     "outputs.2.name=\"D4\";";
 
+/** The lines of the sample, without their line feeds. */
+inline std::vector<std::string> SampleLines() {
+    std::vector<std::string> lines;
+    std::istringstream stream(kSampleText);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+/** Lines as a text, a line feed behind each. */
+inline std::string Joined(const std::vector<std::string>& iLines) {
+    std::string text;
+    for (const std::string& line : iLines) {
+        text += line + "\n";
+    }
+    return text;
+}
+
 /** The label prefix is one for the process; this leaves it as "outputs." @p iLast, whatever test ran before. */
 inline void LeavePrefixOfOutputs(int iLast) {
     ActivityInfo activity;

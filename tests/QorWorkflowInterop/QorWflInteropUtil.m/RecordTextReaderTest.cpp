@@ -229,25 +229,6 @@ TEST(RecordTextReader, LineTooLongToBeSkippedPutsTheNextValueOutOfStep) {
     EXPECT_EQ(RecordContent::Of(activity).Print(), naive.Content().Print());
 }
 
-TEST(RecordTextReader, EveryFieldIsCutAndTheNextIsNot) {
-    // each line of the sample in turn gets a value of 100 characters
-    std::size_t at = kSampleText.find('"');
-    int lines = 0;
-    while (at != std::string::npos) {
-        const std::size_t end = kSampleText.find('"', at + 1);
-        const std::string text = kSampleText.substr(0, at + 1) + std::string(100, 'w') + kSampleText.substr(end);
-        const std::string cut = kSampleText.substr(0, at + 1) + std::string(79, 'w') + kSampleText.substr(end);
-        EXPECT_EQ(ReadPrinted(text), ReadPrinted(cut)) << lines;
-        std::istringstream stream(text);
-        ActivityInfo activity;
-        stream >> activity;
-        EXPECT_EQ(ToText(activity), cut) << lines;
-        ++lines;
-        at = kSampleText.find('"', end + 1);
-    }
-    EXPECT_EQ(lines, 24);
-}
-
 TEST(RecordTextReader, ValueIsCutAtAQuoteAndTheRestOfItsLineSkipped) {
     EXPECT_EQ(ReadPrinted(SampleWithId("a\"b")), SamplePrinted("a"));
     EXPECT_EQ(ReadPrinted(SampleWithId("\"b")), SamplePrinted(""));

@@ -1,0 +1,74 @@
+#ifndef RandomActivity_H
+#define RandomActivity_H
+
+#include <ActivityInfo.h>
+
+#include <random>
+#include <vector>
+
+/** Every text of a record, those of its lists included. */
+inline std::vector<BexUnicodeString*> AllTextsOf(ActivityInfo& ioActivity) {
+    ProcessInfo& process = ioActivity.process;
+    std::vector<BexUnicodeString*> texts = {&ioActivity.id,
+                                            &ioActivity.name,
+                                            &ioActivity.abstract,
+                                            &ioActivity.priority,
+                                            &ioActivity.extid,
+                                            &ioActivity.status,
+                                            &ioActivity.durationUnit,
+                                            &ioActivity.owner,
+                                            &ioActivity.participant,
+                                            &ioActivity.documentation,
+                                            &process.id,
+                                            &process.name,
+                                            &process.context,
+                                            &ioActivity.participantType};
+    for (int index = 0; index < process.dataNumber; ++index) {
+        DataInfo& data = process.datas[index];
+        texts.insert(texts.end(), {&data.name, &data.type, &data.extid, &data.value});
+    }
+    for (int index = 0; index < ioActivity.inputNumber; ++index) {
+        texts.push_back(&ioActivity.inputs[index]);
+    }
+    for (int index = 0; index < ioActivity.outputNumber; ++index) {
+        texts.push_back(&ioActivity.outputs[index]);
+    }
+    return texts;
+}
+
+/** Fills a record at random: a third of its texts null, a third empty, lists of -1 to 3 elements, any numbers. */
+class RandomActivity {
+public:
+    /** @param iTexts the texts to choose from where a text is neither null nor empty */
+    RandomActivity(unsigned iSeed, std::vector<BexUnicodeString> iTexts) : random(iSeed), texts(std::move(iTexts)) {}
+
+    void Fill(ActivityInfo& oActivity) {
+        oActivity.generation = static_cast<int>(random());
+        oActivity.duration = static_cast<int>(random());
+        oActivity.process.SetDataNumber(Count());
+        oActivity.SetInputNumber(Count());
+        oActivity.SetOutputNumber(Count());
+        for (BexUnicodeString* text : AllTextsOf(oActivity)) {
+            *text = Text();
+        }
+    }
+
+private:
+    int Count() { return static_cast<int>(random() % 5) - 1; }
+
+    BexUnicodeString Text() {
+        switch (random() % 3) {
+            case 0:
+                return BexUnicodeString();
+            case 1:
+                return BexUnicodeString("");
+            default:
+                return texts[random() % texts.size()];
+        }
+    }
+
+    std::mt19937 random;
+    std::vector<BexUnicodeString> texts;
+};
+
+#endif
