@@ -1,3 +1,4 @@
+#include "ActivityFields.h"
 #include "AllocationWatch.h"
 
 #include <ActivityInfo.h>
@@ -13,6 +14,7 @@
 #include <ostream>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -284,6 +286,111 @@ TEST_P(RecordArray, LeavesTheOtherListsAlone) {
     for (const ListCase& list : kLists) {
         EXPECT_EQ(list.array(activity) == nullptr, list.name == GetParam().name) << list.name;
     }
+}
+
+TEST_P(RecordArray, LeavesEveryOtherFieldAlone) {
+    FillWithOldValues(activity);
+    ActivityFields expected = OldFields();
+    const std::string list = GetParam().name;
+    const std::string array = list == "datas" ? "process.datas" : list;
+    const std::string number = list == "datas"    ? "process.dataNumber"
+                               : list == "inputs" ? "inputNumber"
+                                                  : "outputNumber";
+    expected.erase(array);
+    expected.erase(number);
+    for (const int count : {4, 0, -2, 1}) {
+        Set(count);
+        ActivityFields fields = FieldsOf(activity);
+        EXPECT_EQ(fields[number], std::to_string(count));
+        fields.erase(array);
+        fields.erase(number);
+        EXPECT_EQ(fields, expected) << count;
+    }
+}
+
+TEST_P(RecordArray, PointerNotTheCountTellsWhetherThereIsAnArray) {
+    const long before = AllocationWatch::LiveBlocks();
+    Set(5);
+    FillAll(5);
+    for (const int wrong : {0, -1, 1}) {
+        activity.process.dataNumber = activity.inputNumber = activity.outputNumber = wrong;
+        Set(5);
+        FillAll(5);
+    }
+    activity.process.dataNumber = activity.inputNumber = activity.outputNumber = 0;
+    Set(0);
+    EXPECT_EQ(AllocationWatch::LiveBlocks(), before);
+}
+
+TEST(ActivityInfo, ArrayThatTheHostTookIsTheHosts) {
+    const long before = AllocationWatch::LiveArrays();
+    BexUnicodeString* inputs = nullptr;
+    BexUnicodeString* outputs = nullptr;
+    DataInfo* datas = nullptr;
+    {
+        ActivityInfo activity;
+        activity.SetInputNumber(1);
+        activity.inputs[0] = "taken";
+        activity.SetOutputNumber(2);
+        activity.process.SetDataNumber(3);
+        inputs = std::exchange(activity.inputs, nullptr);
+        outputs = std::exchange(activity.outputs, nullptr);
+        datas = std::exchange(activity.process.datas, nullptr);
+        activity.SetInputNumber(2);
+        EXPECT_NE(activity.inputs, inputs);
+        EXPECT_EQ(AllocationWatch::LiveArrays(), before + 4);
+    }
+    EXPECT_EQ(AllocationWatch::LiveArrays(), before + 3);
+    EXPECT_EQ(inputs[0], BexUnicodeString("taken"));
+    delete[] inputs;
+    delete[] outputs;
+    delete[] datas;
+    EXPECT_EQ(AllocationWatch::LiveArrays(), before);
+}
+
+TEST(ProcessInfo, DestructionFreesItsData) {
+    const long before = AllocationWatch::LiveBlocks();
+    {
+        ProcessInfo process;
+        process.SetDataNumber(3);
+        process.datas[2].value = std::string(100, 'x').c_str();
+        process.id = std::string(100, 'x').c_str();
+        EXPECT_GT(AllocationWatch::LiveBlocks(), before);
+    }
+    EXPECT_EQ(AllocationWatch::LiveBlocks(), before);
+}
+
+TEST(ActivityInfo, DestructionReleasesInputsOutputsProcessAndThenTheTextsFromTheLast) {
+    auto activity = std::make_unique<ActivityInfo>();
+    activity->SetInputNumber(2);
+    activity->SetOutputNumber(2);
+    activity->process.SetDataNumber(2);
+    ProcessInfo& process = activity->process;
+    // texts as long as these have a block of their own, the one that their narrow form stands in
+    std::vector<const void*> order;
+    const auto fill = [&order](BexUnicodeString& oText) {
+        oText = std::string(100, 'x').c_str();
+        order.push_back(oText.ConvertToChar());
+    };
+    fill(activity->inputs[1]);
+    fill(activity->outputs[1]);
+    fill(process.datas[1].value);
+    for (BexUnicodeString* text :
+         {&process.context, &process.name, &process.id, &activity->documentation, &activity->participantType,
+          &activity->participant, &activity->owner, &activity->durationUnit, &activity->status, &activity->extid,
+          &activity->priority, &activity->abstract, &activity->name, &activity->id}) {
+        fill(*text);
+    }
+    std::vector<int> places;
+    {
+        const AllocationWatch::Releases releases;
+        activity.reset();
+        for (const void* block : order) {
+            places.push_back(releases.PlaceOf(block));
+        }
+    }
+    EXPECT_THAT(places, Each(testing::Ge(0)));
+    EXPECT_THAT(places, testing::WhenSorted(testing::ContainerEq(places)));
 }
 
 }  // namespace

@@ -16,6 +16,18 @@ std::atomic<std::size_t> requested{0};
 std::atomic<std::size_t> failFrom{kNever};
 std::atomic<std::size_t> watchedSize{kNever};
 std::array<std::atomic<void*>, 64> watched{};
+std::atomic<bool> releasesAreWatched{false};
+std::atomic<std::size_t> releaseCount{0};
+std::array<std::atomic<void*>, 64> released{};
+
+void NoteRelease(void* iBlock) noexcept {
+    if (releasesAreWatched) {
+        const std::size_t place = releaseCount++;
+        if (place < released.size()) {
+            released[place] = iBlock;
+        }
+    }
+}
 
 void* Allocate(std::size_t iBytes) noexcept {
     requested += iBytes;
@@ -50,6 +62,7 @@ void ReleasePlain(void* iBlock) noexcept {
         return;
     }
     --livePlain;
+    NoteRelease(iBlock);
     if (watchedSize != kNever) {
         for (std::atomic<void*>& place : watched) {
             void* block = iBlock;
@@ -60,7 +73,11 @@ void ReleasePlain(void* iBlock) noexcept {
 }
 
 void ReleaseArray(void* iBlock) noexcept {
-    liveArrays -= iBlock != nullptr ? 1 : 0;
+    if (iBlock == nullptr) {
+        return;
+    }
+    --liveArrays;
+    NoteRelease(iBlock);
     std::free(iBlock);
 }
 
@@ -146,6 +163,27 @@ bool PlainBlocks::Holds(const void* iBlock) const {
         }
     }
     return false;
+}
+
+Releases::Releases() {
+    for (std::atomic<void*>& place : released) {
+        place = nullptr;
+    }
+    releaseCount = 0;
+    releasesAreWatched = true;
+}
+
+Releases::~Releases() {
+    releasesAreWatched = false;
+}
+
+int Releases::PlaceOf(const void* iBlock) const {
+    for (std::size_t place = 0; place < released.size(); ++place) {
+        if (iBlock != nullptr && released[place] == iBlock) {
+            return static_cast<int>(place);
+        }
+    }
+    return -1;
 }
 
 }  // namespace AllocationWatch

@@ -5,7 +5,8 @@
 
 /**
  * A view into the allocation operators of this test program, which it replaces: what is alive, how much is asked for,
- * and array allocations that fail on demand. One object of each kind at a time; counts take in all threads.
+ * and array allocations that fail on demand, what is released in which
+ * order. One object of each kind at a time; counts take in all threads.
  */
 namespace AllocationWatch {
 
@@ -44,6 +45,18 @@ public:
 
     /** Whether @p iBlock is such a block and alive. */
     bool Holds(const void* iBlock) const;
+};
+
+/** Remembers the first 64 blocks and arrays that are released while it lives, in their order. */
+class Releases {
+public:
+    Releases();
+    ~Releases();
+    Releases(const Releases&) = delete;
+    Releases& operator=(const Releases&) = delete;
+
+    /** The place of @p iBlock in that order, from 0; -1 when it was not released. */
+    int PlaceOf(const void* iBlock) const;
 };
 
 }  // namespace AllocationWatch
