@@ -5,8 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <FreshProcess.h>
 #include <climits>
-#include <cstdlib>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
@@ -48,30 +48,16 @@ std::string ProcessText(const std::string& iPrefix) {
            "datas.length=1;\n" + DataText(iPrefix + "datas.1.");
 }
 
-/** Runs @p iWrite in a process in which no record has been written yet and compares what it writes on std::cerr. */
-#define EXPECT_FIRST_WRITTEN(iWrite, iText)                                \
-    do {                                                                   \
-        GTEST_FLAG_SET(death_test_style, "threadsafe");                    \
-        EXPECT_EXIT(                                                       \
-            {                                                              \
-                std::cerr << "[[";                                         \
-                iWrite;                                                    \
-                std::cerr << "]]";                                         \
-                std::_Exit(0);                                             \
-            },                                                             \
-            testing::ExitedWithCode(0), HasSubstr("[[" + (iText) + "]]")); \
-    } while (false)
-
 TEST(RecordTextWriterDeathTest, DataBeforeAnyActivityHasBareLabels) {
     DataInfo data;
     Fill(data);
-    EXPECT_FIRST_WRITTEN(std::cerr << data, DataText(""));
+    EXPECT_PRINTED_IN_A_FRESH_PROCESS(std::cerr << data, DataText(""));
 }
 
 TEST(RecordTextWriterDeathTest, ProcessBeforeAnyActivityHasBareLabels) {
     ProcessInfo process;
     Fill(process);
-    EXPECT_FIRST_WRITTEN(std::cerr << process, ProcessText(""));
+    EXPECT_PRINTED_IN_A_FRESH_PROCESS(std::cerr << process, ProcessText(""));
 }
 
 TEST(RecordTextWriterDeathTest, ProcessPutsTheBareLabelsBack) {
@@ -79,7 +65,7 @@ TEST(RecordTextWriterDeathTest, ProcessPutsTheBareLabelsBack) {
     Fill(data);
     ProcessInfo process;
     Fill(process);
-    EXPECT_FIRST_WRITTEN(std::cerr << process << "|" << data, ProcessText("") + "|" + DataText(""));
+    EXPECT_PRINTED_IN_A_FRESH_PROCESS(std::cerr << process << "|" << data, ProcessText("") + "|" + DataText(""));
 }
 
 TEST(RecordTextWriter, WritesEveryFieldInOrder) {

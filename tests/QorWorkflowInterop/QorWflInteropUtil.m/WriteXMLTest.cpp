@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <XmlText.h>
+#include <algorithm>
 #include <string>
 #include <thread>
 #include <vector>
@@ -94,14 +95,6 @@ TEST_F(WriteXmlNodes, AttributesStandBeforeTheChildrenWithBlanksAroundTheEqualsS
     EXPECT_EQ(Written(element), "<Activity Id = \"A1\" Name = \"Review\"><x/></Activity>");
 }
 
-TEST_F(WriteXmlNodes, AttributesComeInTheOrderOfTheirNames) {
-    DOM_Element element = document.createElement("e");
-    for (const char* name : {"xmlns:xpdl", "Name", "Id", "id"}) {
-        element.setAttribute(name, name);
-    }
-    EXPECT_EQ(Written(element), "<e Id = \"Id\" Name = \"Name\" id = \"id\" xmlns:xpdl = \"xmlns:xpdl\"/>");
-}
-
 TEST_F(WriteXmlNodes, SiblingsHaveNothingBetweenThem) {
     DOM_Element root = document.createElement("r");
     root.appendChild(document.createElement("a"));
@@ -180,6 +173,76 @@ TEST_F(WriteXmlNodes, CharactersAboveAByteStayAsTheyAre) {
     expected += char16_t{0xDC00};
     expected += u"&gt;</\u0434>";
     EXPECT_TRUE(Units(out) == expected);
+}
+
+TEST_F(WriteXmlNodes, EveryCodeUnitIsEscapedOrKept) {
+    std::u16string all;
+    std::u16string escaped;
+    for (unsigned unit = 1; unit <= 0xFFFF; ++unit) {
+        const auto character = static_cast<char16_t>(unit);
+        all += character;
+        switch (character) {
+            case u'&':
+                escaped += u"&amp;";
+                break;
+            case u'<':
+                escaped += u"&lt;";
+                break;
+            case u'>':
+                escaped += u"&gt;";
+                break;
+            case u'"':
+                escaped += u"&quot;";
+                break;
+            default:
+                escaped += character;
+        }
+    }
+    DOM_Element element = document.createElement("e");
+    element.setAttribute("a", DOMString(all.c_str()));
+    element.appendChild(document.createTextNode(DOMString(all.c_str())));
+    element.appendChild(document.createCDATASection(DOMString(all.c_str())));
+    element.appendChild(document.createComment(DOMString(all.c_str())));
+    DOMString out;
+    EXPECT_EQ(WriteXML(element, out), 0);
+    EXPECT_TRUE(Units(out) ==
+                u"<e a = \"" + escaped + u"\">" + escaped + u"<![CDATA[" + all + u"]]><!--" + all + u"--></e>");
+}
+
+TEST_F(WriteXmlNodes, NamesOfNamespacesAreWrittenAsTheyStandAndNothingIsDeclared) {
+    DOM_Element element = document.createElementNS("urn:x", "x:e");
+    element.appendChild(document.createElementNS("urn:x", "e"));
+    element.appendChild(document.createElementNS("urn:y", "x:e"));
+    EXPECT_EQ(Written(element), "<x:e><e/><x:e/></x:e>");
+    DOM_Document tree = Parsed("<x:r xmlns:x='urn:x' xmlns='urn:y' x:b='1' b='2'><x:e x:a='3'/></x:r>");
+    EXPECT_EQ(Written(tree.getDocumentElement()),
+              "<x:r b = \"2\" x:b = \"1\" xmlns = \"urn:y\" xmlns:x = \"urn:x\"><x:e x:a = \"3\"/></x:r>");
+}
+
+TEST_F(WriteXmlNodes, AttributesComeInTheOrderOfTheirNamesHoweverTheyWereSet) {
+    std::vector<std::string> names = {"b", "a", "B", "x:a", "_", "a1", "a-", "aa", "Z", "xml:lang"};
+    for (std::size_t round = 0; round < names.size(); ++round) {
+        std::rotate(names.begin(), names.begin() + 3, names.end());
+        DOM_Element element = document.createElement("e");
+        for (const std::string& name : names) {
+            element.setAttribute(name.c_str(), "old");
+        }
+        for (const std::string& name : names) {
+            element.setAttribute(name.c_str(), ("v" + name).c_str());
+        }
+        element.removeAttribute("aa");
+        std::string expected = "<e";
+        const DOM_NamedNodeMap map = element.getAttributes();
+        ASSERT_EQ(map.getLength(), names.size() - 1);
+        for (std::size_t index = 0; index < map.getLength(); ++index) {
+            expected +=
+                " " + Narrow(map.item(index).getNodeName()) + " = \"" + Narrow(map.item(index).getNodeValue()) + "\"";
+        }
+        EXPECT_EQ(Written(element), expected + "/>");
+        EXPECT_EQ(expected,
+                  "<e B = \"vB\" Z = \"vZ\" _ = \"v_\" a = \"va\" a- = \"va-\" a1 = \"va1\" b = \"vb\" "
+                  "x:a = \"vx:a\" xml:lang = \"vxml:lang\"");
+    }
 }
 
 TEST_F(WriteXmlNodes, WhatIsNotWellFormedIsWrittenAsItStands) {

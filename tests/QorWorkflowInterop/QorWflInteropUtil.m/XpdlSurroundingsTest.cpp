@@ -1,0 +1,270 @@
+#include "ActivityFields.h"
+#include "AllocationWatch.h"
+#include "RandomActivity.h"
+#include "RecordTesting.h"
+#include "XpdlReply.h"
+
+#include <ActivityInfo.h>
+#include <BexQorTrace.h>
+#include <QorWflActivityToXml.h>
+#include <QorWflXmlToActivity.h>
+#include <WriteXML.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <CapturedStream.h>
+#include <CapturedTrace.h>
+#include <FreshProcess.h>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+// How reader, writer and serializer get on with what is around them: memory, streams, channels, threads, one another.
+
+namespace {
+
+using RecordTesting::LeavePrefixOfOutputs;
+using RecordTesting::ToText;
+
+/** Collects every line of every channel while it lives. */
+class EveryChannel {
+public:
+    EveryChannel() {
+        BexQorTrace::SetSink(
+            [](const char* iChannel, const char* iText, int iLength, void* iData) {
+                *static_cast<std::string*>(iData) +=
+                    std::string(iChannel) + ": " + std::string(iText, static_cast<std::size_t>(iLength));
+            },
+            &text);
+        Switch(1);
+    }
+    ~EveryChannel() {
+        Switch(0);
+        BexQorTrace::SetSink(nullptr, nullptr);
+    }
+    EveryChannel(const EveryChannel&) = delete;
+    EveryChannel& operator=(const EveryChannel&) = delete;
+
+    const std::string& Text() const { return text; }
+
+private:
+    static void Switch(int iOn) {
+        for (const char* channel : {"WFInterop", "WFInteropUrl", "WFInteropXML"}) {
+            BexQorTrace::SetOn(channel, iOn);
+        }
+    }
+
+    std::string text;
+};
+
+/** Documents that end the reading in one way or another. */
+std::vector<std::string> Documents() {
+    const std::string reply = XpdlReply();
+    return {reply,
+            "",
+            "<a>",
+            "<a/>",
+            reply + "<b/>",
+            WithoutElement(reply, "Vendor"),
+            WithoutElement(reply, "Participants"),
+            WithoutElement(reply, "InitialValue", 2),
+            WithoutElement(reply, "TimeEstimation")};
+}
+
+}  // namespace
+
+TEST(XmlToActivitySurroundings, LeavesNoMemoryBehind) {
+    for (const bool traced : {false, true}) {
+        for (const std::string& document : Documents()) {
+            const CapturedStream errors(std::cerr);
+            long before = 0;
+            for (int round = 0; round < 3; ++round) {
+                {
+                    const BexUnicodeString text(document.c_str());
+                    const CapturedStream output(std::cout);
+                    ActivityInfo activity;
+                    BexQorTrace::SetSink([](const char*, const char*, int, void*) {}, nullptr);
+                    BexQorTrace::SetOn("WFInteropXML", traced ? 1 : 0);
+                    QorWflXmlToActivity(text, activity);
+                    BexQorTrace::SetOn("WFInteropXML", 0);
+                    BexQorTrace::SetSink(nullptr, nullptr);
+                }
+                // the first round may start Xerces-C and grow what captures standard error
+                const long now = AllocationWatch::LiveBlocks();
+                if (round == 2) {
+                    EXPECT_EQ(now, before) << document;
+                }
+                before = now;
+            }
+        }
+    }
+}
+
+TEST(XmlToActivitySurroundings, TextMayBeAFieldOfTheRecord) {
+    ActivityInfo activity;
+    FillWithOldValues(activity);
+    const std::size_t count = AllTextsOf(activity).size();
+    for (std::size_t field = 0; field < count; ++field) {
+        FillWithOldValues(activity);
+        BexUnicodeString& text = *AllTextsOf(activity)[field];
+        text = XpdlReply().c_str();
+        QorWflXmlToActivity(text, activity);
+        EXPECT_EQ(FieldsOf(activity), NewFields()) << field;
+    }
+}
+
+TEST(XmlToActivitySurroundings, TextIsNotChanged) {
+    const BexUnicodeString text(XpdlReply().c_str());
+    ActivityInfo activity;
+    QorWflXmlToActivity(text, activity);
+    EXPECT_EQ(text, BexUnicodeString(XpdlReply().c_str()));
+}
+
+TEST(XmlToActivitySurroundings, RecordOnStandardOutputIsFlushedAtEachLineAndAtItsEnd) {
+    RecordTesting::FlushRecorder buffer;
+    std::streambuf* former = std::cout.rdbuf(&buffer);
+    ActivityInfo activity;
+    {
+        const CapturedTrace trace("WFInteropXML");
+        QorWflXmlToActivity(XpdlReply().c_str(), activity);
+    }
+    std::cout.rdbuf(former);
+    const std::string text = buffer.str();
+    EXPECT_EQ(text, ToText(activity) + "\n");
+    std::vector<std::size_t> lineEnds;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '\n') {
+            lineEnds.push_back(at + 1);
+        }
+    }
+    EXPECT_EQ(buffer.lengthAtFlush, lineEnds);
+}
+
+TEST(XmlToActivitySurroundings, TracedRecordLeavesItsLabelPrefixAndAnUntracedOneLeavesItAlone) {
+    ActivityInfo activity;
+    LeavePrefixOfOutputs(7);
+    QorWflXmlToActivity(XpdlReply().c_str(), activity);
+    EXPECT_THAT(ToText(DataInfo()), testing::StartsWith("outputs.7.name="));
+    {
+        const CapturedTrace trace("WFInteropXML");
+        const CapturedStream output(std::cout);
+        QorWflXmlToActivity(XpdlReply().c_str(), activity);
+    }
+    EXPECT_THAT(ToText(DataInfo()), testing::StartsWith("outputs.1.name="));
+}
+
+TEST(XmlToActivitySurroundings, OtherChannelsDoNotTurnItsTraceOn) {
+    ActivityInfo activity;
+    const CapturedStream output(std::cout);
+    for (const char* channel : {"WFInterop", "WFInteropUrl"}) {
+        const CapturedTrace trace(channel);
+        QorWflXmlToActivity(XpdlReply().c_str(), activity);
+        EXPECT_THAT(trace.Lines(), testing::IsEmpty()) << channel;
+    }
+    EXPECT_EQ(output.Text(), "");
+}
+
+TEST(XmlToActivitySurroundings, EveryLineIsOfItsOwnChannel) {
+    const CapturedStream output(std::cout);
+    const EveryChannel channels;
+    ActivityInfo activity;
+    QorWflXmlToActivity(XpdlReply().c_str(), activity);
+    std::size_t lines = 0;
+    for (std::size_t at = 0; at < channels.Text().size(); at = channels.Text().find('\n', at) + 1) {
+        EXPECT_EQ(channels.Text().compare(at, 14, "WFInteropXML: "), 0) << channels.Text().substr(at);
+        ++lines;
+    }
+    EXPECT_GT(lines, 60U);
+}
+
+TEST(XmlToActivitySurroundings, SeveralThreadsMayReadAndWrite) {
+    std::vector<std::thread> threads;
+    std::vector<ActivityFields> fields(4);
+    for (ActivityFields& read : fields) {
+        threads.emplace_back([&read] {
+            for (int round = 0; round < 20; ++round) {
+                ActivityInfo first;
+                QorWflXmlToActivity(XpdlReply().c_str(), first);
+                BexUnicodeString xml;
+                QorWflActivityToXml(first, xml);
+                ActivityInfo second;
+                QorWflXmlToActivity(xml, second);
+                read = FieldsOf(second);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    for (const ActivityFields& read : fields) {
+        EXPECT_EQ(read, NewFields());
+    }
+}
+
+TEST(ActivityToXmlSurroundings, LeavesNoMemoryBehind) {
+    long before = 0;
+    for (int round = 0; round < 3; ++round) {
+        {
+            ActivityInfo activity;
+            FillWithOldValues(activity);
+            BexUnicodeString xml;
+            QorWflActivityToXml(activity, xml);
+        }
+        const long now = AllocationWatch::LiveBlocks();
+        if (round == 2) {
+            EXPECT_EQ(now, before);
+        }
+        before = now;
+    }
+}
+
+TEST(ActivityToXmlSurroundings, NeitherTracesNorPrints) {
+    const CapturedStream output(std::cout);
+    const CapturedStream errors(std::cerr);
+    const EveryChannel channels;
+    ActivityInfo activity;
+    FillWithOldValues(activity);
+    BexUnicodeString xml;
+    QorWflActivityToXml(activity, xml);
+    std::istringstream record(ToText(activity));
+    record >> activity;
+    DOM_Document document = DOM_Document::createDocument();
+    document.appendChild(document.createElement("r"));
+    DOMString text;
+    EXPECT_EQ(WriteXML(document, text), 0);
+    EXPECT_EQ(channels.Text(), "");
+    EXPECT_EQ(output.Text(), "");
+    EXPECT_EQ(errors.Text(), "");
+}
+
+TEST(XmlFirstUseDeathTest, ReadingIsTheFirstUseOfXml) {
+    EXPECT_PRINTED_IN_A_FRESH_PROCESS(
+        {
+            ActivityInfo activity;
+            QorWflXmlToActivity(XpdlReply().c_str(), activity);
+            std::cerr << activity.id.ConvertToChar();
+        },
+        "new id");
+}
+
+TEST(XmlFirstUseDeathTest, ReadingWhatIsNoDocumentIsTheFirstUseOfXml) {
+    EXPECT_PRINTED_IN_A_FRESH_PROCESS(
+        {
+            ActivityInfo activity;
+            QorWflXmlToActivity("<a>", activity);
+        },
+        "getDocument failed\n");
+}
+
+TEST(XmlFirstUseDeathTest, WritingIsTheFirstUseOfXml) {
+    EXPECT_PRINTED_IN_A_FRESH_PROCESS(
+        {
+            BexUnicodeString xml;
+            QorWflActivityToXml(ActivityInfo(), xml);
+            std::cerr << xml.SubString(0, 5).ConvertToChar();
+        },
+        "<?xml");
+}
