@@ -16,6 +16,7 @@ std::atomic<std::size_t> requested{0};
 std::atomic<std::size_t> failFrom{kNever};
 std::atomic<std::size_t> watchedSize{kNever};
 std::array<std::atomic<void*>, 64> watched{};
+std::atomic<long> requestsBeforeFailure{-1};
 std::atomic<bool> releasesAreWatched{false};
 std::atomic<std::size_t> releaseCount{0};
 std::array<std::atomic<void*>, 64> released{};
@@ -30,6 +31,9 @@ void NoteRelease(void* iBlock) noexcept {
 }
 
 void* Allocate(std::size_t iBytes) noexcept {
+    if (requestsBeforeFailure >= 0 && requestsBeforeFailure-- == 0) {
+        return nullptr;
+    }
     requested += iBytes;
     return std::malloc(iBytes == 0 ? 1 : iBytes);
 }
@@ -137,6 +141,18 @@ FailingArrays::FailingArrays(std::size_t iBytes) {
 
 FailingArrays::~FailingArrays() {
     failFrom = kNever;
+}
+
+FailingRequest::FailingRequest(long iBefore) {
+    requestsBeforeFailure = iBefore;
+}
+
+FailingRequest::~FailingRequest() {
+    requestsBeforeFailure = -1;
+}
+
+bool FailingRequest::Reached() const {
+    return requestsBeforeFailure < 0;
 }
 
 Requests::Requests() : before(requested) {}

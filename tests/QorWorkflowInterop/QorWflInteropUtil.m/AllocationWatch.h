@@ -24,6 +24,18 @@ public:
     FailingArrays& operator=(const FailingArrays&) = delete;
 };
 
+/** Makes one allocation throw std::bad_alloc, of arrays and others alike: the one behind @p iBefore others. */
+class FailingRequest {
+public:
+    explicit FailingRequest(long iBefore);
+    ~FailingRequest();
+    FailingRequest(const FailingRequest&) = delete;
+    FailingRequest& operator=(const FailingRequest&) = delete;
+
+    /** Whether there were as many allocations as that. */
+    bool Reached() const;
+};
+
 /** Adds up the bytes asked for while it lives. */
 class Requests {
 public:

@@ -6,8 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <TemporaryDirectory.h>
 #include <array>
 #include <climits>
+#include <fstream>
 #include <random>
 #include <sstream>
 #include <string>
@@ -172,6 +174,32 @@ TEST(RecordTextReader, RecordsFollowOneAnother) {
     EXPECT_EQ(ToText(a), ToText(first));
     EXPECT_EQ(ToText(b), ToText(second));
     EXPECT_EQ(ToText(c), ToText(first));
+}
+
+TEST(RecordTextReader, RecordsKeptInAFileComeBack) {
+    const TemporaryDirectory directory;
+    const std::string path = (directory.Path() / "records").string();
+    ActivityInfo written;
+    FillSample(written);
+    written.SetInputNumber(5000);
+    for (int index = 0; index < 5000; ++index) {
+        written.inputs[index] = std::to_string(index).c_str();
+    }
+    {
+        std::ofstream file(path);
+        file << written << std::endl << ActivityInfo() << std::endl << written.process << std::endl;
+    }
+    std::ifstream file(path);
+    ActivityInfo first;
+    ActivityInfo second;
+    ProcessInfo process;
+    file >> first >> second >> process;
+    EXPECT_TRUE(file.good());
+    EXPECT_EQ(file.peek(), std::ifstream::traits_type::eof());
+    EXPECT_EQ(RecordContent::Of(first).Print(), RecordContent::Of(written).Print());
+    EXPECT_EQ(RecordContent::Of(second).Print(), RecordContent::Of(ActivityInfo()).Print());
+    EXPECT_EQ(process.dataNumber, 2);
+    EXPECT_EQ(process.datas[1].value, BexUnicodeString("v2"));
 }
 
 TEST(RecordTextReader, DataReadsFourTextsWhateverTheLabels) {

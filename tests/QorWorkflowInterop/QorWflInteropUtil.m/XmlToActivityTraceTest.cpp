@@ -279,6 +279,14 @@ TEST(XmlToActivityTrace, RootsNameIsTold) {
                                   std::string("PackageHeader child not found"), kStart, kEnd}));
 }
 
+TEST(XmlToActivityTrace, CharactersOutsideAsciiAreTracedNarrow) {
+    const Traced traced = Read(
+        "<d\xC3\xA9\xD0\xB4><PackageHeader><Vendor/></PackageHeader><Participants>"
+        "<Participant Id='\xC3\xA9\xE2\x82\xAC'/></Participants></d\xC3\xA9\xD0\xB4>");
+    EXPECT_THAT(traced.messages, Contains("Package tag is <d\xE9?>"));
+    EXPECT_THAT(traced.messages, Contains("Value=[\xE9?]"));
+}
+
 TEST(XmlToActivityTrace, TextThatIsNotADocumentTracesOnlyTheRecord) {
     const Traced traced = Read("<a>");
     EXPECT_THAT(traced.lines, ElementsAreArray({std::string(">> QorWflXmlToActivity"), kStart, kEnd,

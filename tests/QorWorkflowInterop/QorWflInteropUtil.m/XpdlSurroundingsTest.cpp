@@ -18,6 +18,8 @@
 #include <FreshProcess.h>
 #include <iostream>
 #include <sstream>
+#include <stdexcept>
+#include <streambuf>
 #include <string>
 #include <thread>
 #include <vector>
@@ -73,6 +75,42 @@ std::vector<std::string> Documents() {
             WithoutElement(reply, "InitialValue", 2),
             WithoutElement(reply, "TimeEstimation")};
 }
+
+/** Takes nothing: it fails, or throws. */
+class UselessBuffer : public std::streambuf {
+public:
+    explicit UselessBuffer(bool iThrows) : throws(iThrows) {}
+
+protected:
+    int_type overflow(int_type) override {
+        if (throws) {
+            throw std::runtime_error("no room");
+        }
+        return traits_type::eof();
+    }
+
+private:
+    bool throws;
+};
+
+/** Gives a standard stream another buffer and exceptions of its own while it lives. */
+class DisturbedStream {
+public:
+    DisturbedStream(std::ostream& ioStream, std::streambuf* iBuffer, std::ios_base::iostate iExceptions)
+        : stream(ioStream), former(ioStream.rdbuf(iBuffer)) {
+        stream.exceptions(iExceptions);
+    }
+    ~DisturbedStream() {
+        stream.exceptions(std::ios_base::goodbit);
+        stream.rdbuf(former);  // which clears the stream's state
+    }
+    DisturbedStream(const DisturbedStream&) = delete;
+    DisturbedStream& operator=(const DisturbedStream&) = delete;
+
+private:
+    std::ostream& stream;
+    std::streambuf* former;
+};
 
 }  // namespace
 
@@ -178,6 +216,26 @@ TEST(XmlToActivitySurroundings, EveryLineIsOfItsOwnChannel) {
         ++lines;
     }
     EXPECT_GT(lines, 60U);
+}
+
+TEST(XmlToActivitySurroundings, StandardStreamsThatFailOrThrowDoNotDisturbTheReading) {
+    for (const bool throws : {false, true}) {
+        for (const auto exceptions :
+             {std::ios_base::goodbit, std::ios_base::badbit, std::ios_base::badbit | std::ios_base::failbit}) {
+            const CapturedTrace trace("WFInteropXML");
+            UselessBuffer buffer(throws);
+            ActivityInfo activity;
+            FillWithOldValues(activity);
+            {
+                const DisturbedStream output(std::cout, &buffer, exceptions);
+                const DisturbedStream errors(std::cerr, &buffer, exceptions);
+                EXPECT_NO_THROW(QorWflXmlToActivity("<a>", activity));
+                EXPECT_NO_THROW(QorWflXmlToActivity(XpdlReply().c_str(), activity));
+            }
+            EXPECT_EQ(FieldsOf(activity), NewFields());
+            EXPECT_EQ(trace.Lines().back(), "<< QorWflXmlToActivity");
+        }
+    }
 }
 
 TEST(XmlToActivitySurroundings, SeveralThreadsMayReadAndWrite) {
