@@ -397,33 +397,6 @@ TEST(XmlToActivity, RootMayHaveAnyName) {
     EXPECT_EQ(FieldsAfterReading(reply), NewFields());
 }
 
-TEST(XmlToActivity, AttributeIsItsNormalizedValue) {
-    struct Case {
-        std::string value;
-        std::string text;
-    };
-    const Case cases[] = {
-        {" one ", " one "},
-        {"a\nb\tc\r\nd", "a b c d"},
-        {"a&#10;b&#9;c&#13;d", "a\nb\tc\rd"},
-        {"&lt;&gt;&amp;&quot;&apos;'", "<>&\"''"},
-        {"&#65;&#xE9;\xE9", "A\xE9\xE9"},
-        {"&#8364;&#x1F600;", "\?\?\?"},
-        {std::string(100000, 'x'), std::string(100000, 'x')},
-    };
-    for (const Case& one : cases) {
-        const std::string shown = "\"" + one.text + "\"";
-        EXPECT_EQ(FieldsAfterReading(WithPart(XpdlReply(), "\"new id\"", "\"" + one.value + "\"")),
-                  NewBut({{"id", shown}}));
-        EXPECT_EQ(FieldsAfterReading(WithPart(XpdlReply(), "\"new status\"", "\"" + one.value + "\"")),
-                  NewBut({{"status", shown}}));
-        EXPECT_EQ(FieldsAfterReading(
-                      WithPart(XpdlReply(), "Name=\"OUT\" Value=\"d2\"", "Name=\"OUT\" Value=\"" + one.value + "\"")),
-                  NewBut({{"outputs", "[" + shown + "]"}}));
-    }
-    EXPECT_EQ(FieldsAfterReading(WithPart(XpdlReply(), "Name=\"OUT\"", "Name=\"&#79;UT\"")), NewFields());
-}
-
 TEST(XmlToActivity, WhatStandsAroundTheRootIsIgnored) {
     const std::string around = "<!--<Package/>-->\n<?target <Package/>?>";
     const std::string reply = WithPart(XpdlReply(), "<Package ", around + "<Package ") + around + "\n \n";

@@ -1,5 +1,6 @@
 #include "EnvironmentVariable.h"
 
+#include <ActivityInfo.h>
 #include <BexDictionary.h>
 #include <BexMetaClass.h>
 #include <BexQorTrace.h>
@@ -11,6 +12,8 @@
 #include <fstream>
 #include <iostream>
 #include <malloc.h>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <unistd.h>
 
@@ -18,6 +21,7 @@ namespace {
 
 using testing::IsNull;
 using testing::NotNull;
+using testing::StartsWith;
 
 // A sanitizer keeps a little memory for every library loaded; its own search for leaks takes the place of counting.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -123,6 +127,57 @@ TEST(LoadUnload, StaysLoadedUntilTheLastClose) {
     ExpectEverythingThere();
     EXPECT_EQ(::dlclose(once), 0);
     ExpectNothingThere();
+}
+
+/** The operations on records of a library that this program is not linked to. */
+class Records {
+public:
+    explicit Records(void* iLibrary)
+        : build(Find<void (*)(void*)>(iLibrary, "_ZN12ActivityInfoC1Ev")),
+          destroy(Find<void (*)(void*)>(iLibrary, "_ZN12ActivityInfoD1Ev")),
+          writeActivity(Find<std::ostream& (*)(std::ostream&, const void*)>(iLibrary, "_ZlsRSoRK12ActivityInfo")),
+          writeData(Find<std::ostream& (*)(std::ostream&, const DataInfo&)>(iLibrary, "_ZlsRSoRK8DataInfo")) {}
+
+    std::string EmptyActivityWritten() const {
+        alignas(ActivityInfo) unsigned char activity[sizeof(ActivityInfo)];
+        std::ostringstream stream;
+        build(activity);
+        writeActivity(stream, activity);
+        destroy(activity);
+        return stream.str();
+    }
+    std::string EmptyDataWritten() const {
+        std::ostringstream stream;
+        writeData(stream, DataInfo());
+        return stream.str();
+    }
+
+private:
+    template <typename Function>
+    static Function Find(void* iLibrary, const char* iName) {
+        void* function = ::dlsym(iLibrary, iName);
+        if (function == nullptr) {
+            throw std::runtime_error(::dlerror());
+        }
+        return reinterpret_cast<Function>(function);
+    }
+
+    void (*build)(void*);
+    void (*destroy)(void*);
+    std::ostream& (*writeActivity)(std::ostream&, const void*);
+    std::ostream& (*writeData)(std::ostream&, const DataInfo&);
+};
+
+TEST(LoadUnload, LabelPrefixOfRecordsIsEmptyAfterEachLoad) {
+    for (int round = 0; round < 3; ++round) {
+        void* library = Load();
+        const Records records(library);
+        EXPECT_THAT(records.EmptyDataWritten(), StartsWith("name=\"\";\n")) << round;
+        EXPECT_THAT(records.EmptyActivityWritten(), StartsWith("id=\"\";\n")) << round;
+        EXPECT_THAT(records.EmptyDataWritten(), StartsWith("outputs.name=\"\";\n")) << round;
+        ASSERT_EQ(::dlclose(library), 0);
+        ASSERT_FALSE(IsMapped());
+    }
 }
 
 TEST(LoadUnload, LeavesTheEntriesAndChannelsOfOthers) {
