@@ -227,3 +227,14 @@ TEST(RecordTextMix, StreamThatHasFailedLeavesTheSamePrefix) {
     stream << activity.process;
     EXPECT_THAT(ToText(DataInfo()), testing::StartsWith("outputs.2.name="));
 }
+
+TEST(RecordTextMix, NumbersAreReadInTheBaseThatTheStreamIsSetTo) {
+    std::istringstream stream(kSampleText);
+    stream >> std::hex;
+    ActivityInfo activity;
+    stream >> activity;
+    EXPECT_EQ(activity.duration, 0x12);
+    EXPECT_EQ(activity.generation, 0x34);
+    EXPECT_EQ(activity.outputNumber, 2);
+    EXPECT_EQ(stream.flags() & std::ios_base::basefield, std::ios_base::hex);
+}
