@@ -241,26 +241,46 @@ TEST(RecordTextDamage, DataAndProcessFailAtTheEndToo) {
     EXPECT_THAT(process.datas, IsNull());
 }
 
-TEST(RecordTextDamage, TextOfDataAloneMayEndAnywhere) {
-    std::string whole = "name=\"N\";\ntype=\"two words\";\nextid=\"\";\nvalue=\"V\";\n";
-    for (std::size_t length = 0; length <= whole.size(); ++length) {
-        const std::string text = whole.substr(0, length);
-        NaiveRecordReader naive(text);
-        naive.Read();
-        std::istringstream stream(text);
-        DataInfo data;
-        for (BexUnicodeString* value : {&data.name, &data.type, &data.extid, &data.value}) {
-            *value = "old";
-        }
-        stream >> data;
-        RecordContent content;
-        for (const BexUnicodeString* value : {&data.name, &data.type, &data.extid, &data.value}) {
-            EXPECT_FALSE(value->IsNull()) << length;
-            content.AddField(RecordTesting::Bytes(*value));
-        }
-        // the first four fields of an activity are four texts as well
-        EXPECT_EQ(naive.Content().fields.compare(0, content.fields.size(), content.fields), 0) << text;
+/** Reads data alone and compares its texts with the naive reader's. */
+void ExpectDataReadAsNaively(const std::string& iText) {
+    NaiveRecordReader naive(iText);
+    naive.Read();
+    std::istringstream stream(iText);
+    DataInfo data;
+    for (BexUnicodeString* value : {&data.name, &data.type, &data.extid, &data.value}) {
+        *value = "old";
     }
+    stream >> data;
+    RecordContent content;
+    for (const BexUnicodeString* value : {&data.name, &data.type, &data.extid, &data.value}) {
+        ASSERT_FALSE(value->IsNull()) << iText;
+        content.AddField(RecordTesting::Bytes(*value));
+    }
+    // the first four fields of an activity are four texts as well
+    ASSERT_EQ(naive.Content().fields.compare(0, content.fields.size(), content.fields), 0) << iText;
+}
+
+TEST(RecordTextDamage, TextOfDataAloneMayEndAnywhere) {
+    const std::string whole = "name=\"N\";\ntype=\"two words\";\nextid=\"\";\nvalue=\"V\";\n";
+    for (std::size_t length = 0; length <= whole.size(); ++length) {
+        ExpectDataReadAsNaively(whole.substr(0, length));
+        ASSERT_FALSE(testing::Test::HasFatalFailure()) << length;
+    }
+}
+
+TEST(RecordTextDamage, EveryShortTextIsReadAsDataAsNaively) {
+    static const std::string kAlphabet = "\"\na";
+    std::vector<std::string> texts = {""};
+    for (std::size_t next = 0; next < texts.size(); ++next) {
+        ExpectDataReadAsNaively(texts[next]);
+        ASSERT_FALSE(testing::Test::HasFatalFailure());
+        if (texts[next].size() < 8) {
+            for (const char character : kAlphabet) {
+                texts.push_back(texts[next] + character);
+            }
+        }
+    }
+    EXPECT_EQ(texts.size(), 9841U);
 }
 
 TEST(RecordTextDamage, TextOfAProcessAloneMayEndAnywhere) {
