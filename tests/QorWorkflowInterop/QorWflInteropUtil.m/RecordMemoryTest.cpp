@@ -2,10 +2,12 @@
 #include "AllocationWatch.h"
 #include "NaiveXpdlWriter.h"
 #include "RecordTesting.h"
+#include "XpdlReply.h"
 
 #include <ActivityInfo.h>
 #include <QorWflActivityToXml.h>
 #include <QorWflInteropInfo.h>
+#include <QorWflXmlToActivity.h>
 #include <WriteXML.h>
 
 #include <gtest/gtest.h>
@@ -83,6 +85,21 @@ void WriteDocumentWithEachAllocationFailing() {
     EXPECT_GT(allocations, 5);
 }
 
+void ReadDocumentWithEachAllocationFailing() {
+    const BexUnicodeString text(XpdlReply().c_str());
+    ActivityInfo first;
+    QorWflXmlToActivity(text, first);
+    const long allocations = FailEachAllocation([&](long iBefore) {
+        ActivityInfo activity;
+        FillWithOldValues(activity);
+        const Outcome outcome = RunWithFailure(iBefore, [&] { QorWflXmlToActivity(text, activity); });
+        EXPECT_FALSE(outcome.badAlloc || outcome.otherException) << iBefore;
+        EXPECT_TRUE(outcome.failureReached || FieldsOf(activity) == NewFields()) << iBefore;
+        return outcome.failureReached;
+    });
+    EXPECT_GT(allocations, 5);
+}
+
 }  // namespace
 
 TEST(RecordMemory, RecordIsWrittenOrTheStreamIsBad) {
@@ -149,6 +166,15 @@ TEST(RecordMemoryDeathTest, DocumentIsWrittenOrBadAllocIsThrownAndTheTextIsNull)
     EXPECT_EXIT(
         {
             WriteDocumentWithEachAllocationFailing();
+            EndProcess();
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(RecordMemoryDeathTest, DocumentIsReadAsFarAsMemoryGoesAndNothingIsThrown) {
+    EXPECT_EXIT(
+        {
+            ReadDocumentWithEachAllocationFailing();
             EndProcess();
         },
         testing::ExitedWithCode(0), "");
