@@ -16,6 +16,7 @@
 namespace {
 
 using RecordTesting::FillSample;
+using RecordTesting::ForwardOnlyBuffer;
 using RecordTesting::Joined;
 using RecordTesting::kSampleText;
 using RecordTesting::SampleLines;
@@ -30,6 +31,23 @@ TEST(RecordTextDamage, TextMayEndAnywhere) {
     for (std::size_t length = 0; length <= kSampleText.size(); ++length) {
         ExpectReadAsNaively(kSampleText.substr(0, length));
         ASSERT_FALSE(testing::Test::HasFatalFailure()) << length;
+    }
+}
+
+TEST(RecordTextDamage, TextThatEndsInsideAListKeepsItsCountAndTheElementsReadSoFar) {
+    for (std::size_t length = 0; length <= kSampleText.size(); ++length) {
+        const std::string text = kSampleText.substr(0, length);
+        NaiveRecordReader naive(text);
+        naive.Read();
+        std::istringstream stream(text);
+        ForwardOnlyBuffer buffer(text);
+        std::istream forwardOnly(&buffer);
+        for (std::istream* source : {static_cast<std::istream*>(&stream), &forwardOnly}) {
+            ActivityInfo activity;
+            FillSample(activity);
+            *source >> activity;
+            ASSERT_EQ(RecordContent::Of(activity).Print(), naive.Content().Print()) << text;
+        }
     }
 }
 
