@@ -1,11 +1,10 @@
 #include "BexMemorySource.h"
 
 #include "BexXmlMemory.h"
-#include "DOMString.h"
 
-BexMemorySource::BexMemorySource(std::string_view iBytes, const char* iSystemId)
-    : MemBufInputSource(reinterpret_cast<const XMLByte*>(iBytes.data()), iBytes.size(),
-                        DOMString(iSystemId).rawBuffer(), false, BexXmlMemory::Instance()),
+BexMemorySource::BexMemorySource(std::string_view iBytes, const XMLCh* iSystemId)
+    : MemBufInputSource(reinterpret_cast<const XMLByte*>(iBytes.data()), iBytes.size(), iSystemId, false,
+                        BexXmlMemory::Instance()),
       bytes(iBytes) {
     setCopyBufToStream(false);
 }

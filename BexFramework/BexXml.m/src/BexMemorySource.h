@@ -9,7 +9,7 @@
 class BexMemorySource : public xercesc::MemBufInputSource {
 public:
     /** Over @p iBytes, which are not copied; @p iSystemId is NUL-terminated. */
-    BexMemorySource(std::string_view iBytes, const char* iSystemId);
+    BexMemorySource(std::string_view iBytes, const XMLCh* iSystemId);
 
     std::string_view Bytes() const { return bytes; }
 

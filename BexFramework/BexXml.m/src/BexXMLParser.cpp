@@ -1,6 +1,7 @@
 #include "BexXMLParser.h"
 
 #include "BexMemorySource.h"
+#include "DOMString.h"
 
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -48,5 +49,5 @@ InputSource* BexXMLParser::CreateMemBufInputSource(const char* iBuffer, int iLen
         return nullptr;
     }
     return new BexMemorySource(std::string_view(iBuffer, static_cast<std::size_t>(iLength)),
-                               iSystemId == nullptr ? "" : iSystemId);
+                               DOMString(iSystemId == nullptr ? "" : iSystemId).rawBuffer());
 }

@@ -63,7 +63,7 @@ public:
 class ResolveToNothing : public xercesc::EntityResolver {
 public:
     xercesc::InputSource* resolveEntity(const XMLCh* /*iPublicId*/, const XMLCh* /*iSystemId*/) override {
-        return new BexMemorySource(std::string_view(""), "");
+        return new BexMemorySource(std::string_view(""), xercesc::XMLUni::fgZeroLenString);
     }
 };
 
@@ -116,8 +116,8 @@ std::basic_string<Unit> WithoutDocumentType(std::basic_string_view<Unit> iText, 
 /** Has Xerces-C build the tree. The encoding is forced, so that the parser sees the characters that were looked
  * through. */
 OwnedDocument Build(std::string_view iBytes, const XMLCh* iEncoding, const XMLCh* iSystemId) {
-    BexMemorySource source(iBytes, "");
-    source.setSystemId(iSystemId);
+    // The identifier is given once: setting another one, Xerces-C frees the first before there is memory for it.
+    BexMemorySource source(iBytes, iSystemId == nullptr ? xercesc::XMLUni::fgZeroLenString : iSystemId);
     source.setEncoding(iEncoding);
     StopAtError errors;
     ResolveToNothing resolver;

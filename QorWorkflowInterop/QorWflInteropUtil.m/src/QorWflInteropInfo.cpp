@@ -257,6 +257,8 @@ constexpr std::size_t kLongestText = 79;
 constexpr char kQuote = '"';
 /** The shortest text that a value can be read from: two quotes, and a line feed but behind the last. */
 constexpr std::size_t kShortestText = 3;
+/** A list of so many elements is made whether or not the text has them. */
+constexpr int kTrustedCount = 4096;
 /** What memory is taken for at once, whatever number of texts is announced. */
 constexpr std::size_t kUsualNumber = 512;
 
@@ -318,11 +320,10 @@ public:
     }
 
     /**
-     * The texts of a list of @p iCount elements.
+     * The texts of a list of @p iCount elements, empty ones for what is missing.
      *
-     * They are read before the list is made, so that a count which the rest of the text cannot hold costs no memory.
-     * Such a count gives no texts and false; one that it could hold, but does not, gives empty texts for what is
-     * missing.
+     * They are read before the list is made, so that a large count which the rest of the text cannot hold costs no
+     * memory. Such a count gives no texts and false.
      */
     bool Texts(int iCount, std::size_t iTextsOfElement, std::vector<BexUnicodeString>& oTexts) {
         const std::size_t wanted = static_cast<std::size_t>(std::max(iCount, 0)) * iTextsOfElement;
@@ -335,7 +336,7 @@ public:
             return true;
         }
         Fail();
-        if (consumed + 1 < wanted * kShortestText) {
+        if (iCount > kTrustedCount && consumed + 1 < wanted * kShortestText) {
             oTexts.clear();
             return false;
         }

@@ -111,10 +111,13 @@ public:
 
     /**
      * What may be read instead of Content() where the text ends inside a list: the same without that list, because
-     * a count that the text cannot hold leaves its list empty.
+     * a large count that the text cannot hold leaves its list empty.
      */
     RecordContent WithoutBrokenList() const {
         RecordContent other = content;
+        if (std::max({content.dataNumber, content.inputNumber, content.outputNumber}) <= kTrustedCount) {
+            return other;
+        }
         if (broken == &content.datas) {
             other.datas.clear();
             other.dataNumber = 0;
@@ -187,7 +190,8 @@ private:
             oTexts.push_back(Text());
             if (failed && !before) {
                 broken = &oTexts;
-                if (static_cast<std::size_t>(wanted) > text.size()) {  // the count of a list that was never there
+                if (count > kTrustedCount &&
+                    static_cast<std::size_t>(wanted) > text.size()) {  // the count of a list that was never there
                     oTexts.clear();
                     return 0;
                 }
@@ -195,6 +199,8 @@ private:
         }
         return count;
     }
+
+    static constexpr int kTrustedCount = 4096;  // up to here a count is taken at its word
 
     std::string text;
     std::size_t next = 0;
