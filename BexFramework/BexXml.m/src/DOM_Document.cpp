@@ -11,7 +11,6 @@
 #include <xercesc/dom/DOMDocumentType.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMEntityReference.hpp>
-#include <xercesc/dom/DOMImplementation.hpp>
 #include <xercesc/dom/DOMProcessingInstruction.hpp>
 #include <xercesc/dom/DOMText.hpp>
 
@@ -19,7 +18,7 @@ DOM_Document DOM_Document::createDocument() {
     if (BexXMLParser::Initialize() != 0) {
         return DOM_Document();
     }
-    return Own(xercesc::DOMImplementation::getImplementation()->createDocument(BexXmlMemory::Instance()));
+    return Own(BexXmlMemory::NewDocument());
 }
 
 /** A handle that releases the document with its last copy. */
@@ -87,7 +86,10 @@ DOM_Node DOM_Document::importNode(const DOM_Node& iNode, bool iDeep) {
 }
 
 DOM_NodeList DOM_Document::getElementsByTagName(const DOMString& iName) const {
-    return node == nullptr ? DOM_NodeList() : DOM_NodeList(Native()->getElementsByTagName(iName.rawBuffer()), tree);
+    if (node == nullptr) {
+        return DOM_NodeList();
+    }
+    return DOM_NodeList(InForeignMemory([&] { return Native()->getElementsByTagName(iName.rawBuffer()); }), tree);
 }
 
 /** A document of its own with copies of what is in this one, its document type included. */

@@ -1,5 +1,7 @@
 #include "DOM_Element.h"
 
+#include "BexXmlMemory.h"
+
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 
@@ -44,6 +46,9 @@ DOM_Attr DOM_Element::setAttributeNode(const DOM_Attr& iAttribute) {
 }
 
 DOM_NodeList DOM_Element::getElementsByTagName(const DOMString& iName) const {
-    return node == nullptr ? DOM_NodeList()
-                           : DOM_NodeList(ElementOf(node)->getElementsByTagName(iName.rawBuffer()), tree);
+    if (node == nullptr) {
+        return DOM_NodeList();
+    }
+    return DOM_NodeList(InForeignMemory([&] { return ElementOf(node)->getElementsByTagName(iName.rawBuffer()); }),
+                        tree);
 }
