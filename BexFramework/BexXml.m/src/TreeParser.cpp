@@ -2,7 +2,6 @@
 
 #include "BexXmlMemory.h"
 
-#include <xercesc/dom/DOMImplementation.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
@@ -29,7 +28,7 @@ xercesc::DOMDocument* TreeParser::TakeDocument() {
 }
 
 void TreeParser::startDocument() {
-    document = xercesc::DOMImplementation::getImplementation()->createDocument(BexXmlMemory::Instance());
+    document = BexXmlMemory::NewDocument();
     document->setStrictErrorChecking(false);
     nodes = TreeNodes::Fastest(*document);
 }
