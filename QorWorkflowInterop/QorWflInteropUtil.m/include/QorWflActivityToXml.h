@@ -14,7 +14,7 @@
  * @param iActivity the record; its counts must match its arrays
  * @param oXml receives the document; what it held is gone
  *
- * Memory that cannot be had is std::bad_alloc, with @p oXml null.
+ * Memory that cannot be had is std::bad_alloc, with @p oXml null; where Xerces-C cannot be started, @p oXml is null.
  */
 QORWFL_EXPORT void QorWflActivityToXml(const ActivityInfo& iActivity, BexUnicodeString& oXml);
 

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -79,6 +80,8 @@ void QorWflActionManagerBase::InitResources(QorWflPropertyFile& ioProperties) {
     ioProperties.SetValue("actionObjects.VERANT_QORDocument.*", "DOC*.S_TYPE_REP");
     ioProperties.SetValue("actionObjects.VERANT_QORFeature.*", "FEAT*.C_NAME");
     ioProperties.Read(kPropertyFile);  // without a file the defaults stay
+    BexListValBexUnicodeString internalCodes;
+    BexListValBexUnicodeString exportedWords;
     bool isFirstPriority = true;
     for (int i = 1; i <= ioProperties.GetNKeys(); ++i) {
         const BexUnicodeString key = ioProperties.GetKey(i);
@@ -99,13 +102,15 @@ void QorWflActionManagerBase::InitResources(QorWflPropertyFile& ioProperties) {
             if (isFirstPriority) {
                 isFirstPriority = false;
                 step << "Priority mapping resetted" << std::endl;  // worded so in every log
-                internalPriorities.RemoveAll();
-                exportedPriorities.RemoveAll();
             }
             step << "Priority mapping added" << std::endl;
-            internalPriorities.Append(key.SubString(prefixLength, INT_MAX));
-            exportedPriorities.Append(value);
+            internalCodes.Append(key.SubString(prefixLength, INT_MAX));
+            exportedWords.Append(value);
         }
+    }
+    if (!isFirstPriority) {
+        internalPriorities = std::move(internalCodes);  // both or none, also when memory ends
+        exportedPriorities = std::move(exportedWords);
     }
 }
 
@@ -215,8 +220,9 @@ void TakeProcessContext(const ObjectSummary& iSummary, const BexUnicodeString& i
     if (iSummary.productUuid.length() != static_cast<unsigned long>(QorWflUuidLayout::kBlockSize)) {
         return;
     }
-    oInfo.process.context = QorWflUrlUtil::ContextUrl(UuidBytes(iSummary.productUuid).bytes, iConfiguration);
-    QorWflUrlUtil::AddUrlParm(oInfo.process.context, "Nickname", iSummary.productNickname);
+    BexUnicodeString url = QorWflUrlUtil::ContextUrl(UuidBytes(iSummary.productUuid).bytes, iConfiguration);
+    QorWflUrlUtil::AddUrlParm(url, "Nickname", iSummary.productNickname);
+    oInfo.process.context = std::move(url);
 }
 
 void CopyNames(const BexListValBexUnicodeString& iNames, BexUnicodeString* oNames) {
@@ -238,8 +244,9 @@ BexListValBexUnicodeString DataNames(const ObjectSummary& iSummary) {
 void FillData(const AttachedObject& iObject, const QorWflObjectNameHandlerBase& iHandler, DataInfo& oData) {
     const UuidBytes uuid(iObject.uuid);
     oData.name = iObject.name;
-    oData.extid = QorWflUrlUtil::InstanceUrl(uuid.bytes);
-    QorWflUrlUtil::AddUrlParm(oData.extid, "Nickname", iObject.nickname);
+    BexUnicodeString url = QorWflUrlUtil::InstanceUrl(uuid.bytes);
+    QorWflUrlUtil::AddUrlParm(url, "Nickname", iObject.nickname);
+    oData.extid = std::move(url);
     oData.type = iHandler.GetExternalType(uuid.bytes);
     oData.value = iObject.nickname;
 }

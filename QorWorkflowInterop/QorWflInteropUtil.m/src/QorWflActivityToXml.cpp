@@ -196,6 +196,9 @@ void QorWflActivityToXml(const ActivityInfo& iActivity, BexUnicodeString& oXml) 
     oXml.Reset();
     BexXMLParser::Initialize();
     DOM_Document document = DOM_Document::createDocument();
+    if (document.isNull()) {
+        return;  // Xerces-C cannot be started
+    }
     CreatePackageNode(iActivity, document);
     BexNarrowText text = NarrowTextOf(document);
     DropUnendedLine(text);

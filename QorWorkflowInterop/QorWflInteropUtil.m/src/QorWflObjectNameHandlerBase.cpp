@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -79,6 +80,27 @@ bool ParseMapping(const BexUnicodeString& iKey, const BexUnicodeString& iValue, 
     return oMapping.kind.IsEmpty() == 0;
 }
 
+/** The handler's lists, in the making. */
+struct MappingLists {
+    void Append(const Mapping& iMapping) {
+        externalTypes.Append(iMapping.externalType);
+        environments.Append(iMapping.environment);
+        objectKinds.Append(iMapping.kind);
+        tables.Append(iMapping.table);
+        nameAttributes.Append(iMapping.nameAttribute);
+        typeKeys.Append(TypeKey(iMapping.externalType, iMapping.environment));
+        objectKeys.Append(ObjectKey(iMapping.environment, iMapping.kind, iMapping.table));
+    }
+
+    BexListValBexUnicodeString externalTypes;
+    BexListValBexUnicodeString environments;
+    BexListValBexUnicodeString objectKinds;
+    BexListValBexUnicodeString tables;
+    BexListValBexUnicodeString nameAttributes;
+    BexListValBexUnicodeString typeKeys;
+    BexListValBexUnicodeString objectKeys;
+};
+
 /** A text field of a UUID block without the blanks that pad it. */
 BexUnicodeString TextOfUuid(const char* iUuid, QorWflUuidLayout::Field iField) {
     return BexUnicodeString(iUuid + iField.offset, iField.width).Strip(kTrailing, ' ');
@@ -89,18 +111,20 @@ BexUnicodeString TextOfUuid(const char* iUuid, QorWflUuidLayout::Field iField) {
 QorWflObjectNameHandlerBase::QorWflObjectNameHandlerBase() = default;
 
 void QorWflObjectNameHandlerBase::Init(const QorWflPropertyFile& iProperties) {
+    MappingLists lists{externalTypes, environments, objectKinds, tables, nameAttributes, typeKeys, objectKeys};
     Mapping mapping;
     for (int i = 1; i <= iProperties.GetNKeys(); ++i) {
         if (ParseMapping(iProperties.GetKey(i), iProperties.GetValue(i), mapping)) {
-            externalTypes.Append(mapping.externalType);
-            environments.Append(mapping.environment);
-            objectKinds.Append(mapping.kind);
-            tables.Append(mapping.table);
-            nameAttributes.Append(mapping.nameAttribute);
-            typeKeys.Append(TypeKey(mapping.externalType, mapping.environment));
-            objectKeys.Append(ObjectKey(mapping.environment, mapping.kind, mapping.table));
+            lists.Append(mapping);
         }
     }
+    externalTypes = std::move(lists.externalTypes);  // all or none, also when memory ends
+    environments = std::move(lists.environments);
+    objectKinds = std::move(lists.objectKinds);
+    tables = std::move(lists.tables);
+    nameAttributes = std::move(lists.nameAttributes);
+    typeKeys = std::move(lists.typeKeys);
+    objectKeys = std::move(lists.objectKeys);
 }
 
 BexUnicodeString QorWflObjectNameHandlerBase::GetExternalType(const BexUnicodeString& iEnvironment,
