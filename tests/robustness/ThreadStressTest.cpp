@@ -84,6 +84,8 @@ protected:
                                              "actionPriority.2 = Normal\n"
                                              "actionObjects.Part.* = PART_LIST.C_PART_NUMBER\n");
     const EnvironmentVariable path{"BexMsgCatalogPath", directory.Path().c_str()};
+    // Without TZ the C library takes the zone in anew each time, under a lock that ThreadSanitizer does not know.
+    const EnvironmentVariable zone{"TZ", "UTC0"};
     const std::string recordText = WholeWay::RecordText();
 };
 
