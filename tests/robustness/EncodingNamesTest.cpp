@@ -227,4 +227,20 @@ TEST(EncodingNames, EveryMarkBeforeEveryDeclarationIsReadOrRefused) {
     }
 }
 
+TEST(EncodingNames, SecondByteOrderMarkGivesNoDocument) {
+    struct Case {
+        std::string mark;
+        std::string element;
+    };
+    const Case cases[] = {{"\xEF\xBB\xBF", "<a>text</a>"},
+                          {"\xFF\xFE", std::string("<\0a\0>\0t\0e\0x\0t\0<\0/\0a\0>\0", 22)},
+                          {"\xFE\xFF", std::string("\0<\0a\0>\0t\0e\0x\0t\0<\0/\0a\0>", 22)}};
+    for (const Case& one : cases) {
+        const auto text = TextOf(one.mark + one.element);
+        ASSERT_TRUE(text);
+        EXPECT_EQ(*text, u"text");
+        EXPECT_EQ(TextOf(one.mark + one.mark + one.element), nullptr);
+    }
+}
+
 }  // namespace

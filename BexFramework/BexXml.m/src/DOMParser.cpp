@@ -162,10 +162,22 @@ void AddDocumentType(xercesc::DOMDocument& ioDocument, std::basic_string_view<Un
                             behind);
 }
 
+/** Whether a text begins with a byte order mark, which Xerces-C would skip in silence. */
+bool BeginsWithMark(std::string_view iText, const XmlEncoding& iEncoding) {
+    return IsUtf8(iEncoding) && iText.substr(0, 3) == "\xEF\xBB\xBF";
+}
+
+bool BeginsWithMark(std::u16string_view iText, const XmlEncoding& /*iEncoding*/) {
+    return iText.substr(0, 1) == u"\uFEFF";
+}
+
 /** Looks through a text and builds its tree. @p iUnits is the name of its units as an encoding of bytes. */
 template <typename Unit>
 OwnedDocument ReadText(std::basic_string_view<Unit> iText, const XmlEncoding& iEncoding, const XMLCh* iUnits,
                        const XMLCh* iSystemId) {
+    if (BeginsWithMark(iText, iEncoding)) {  // the one that may stand there has been taken off
+        throw ErrorAt(iText, "a second byte order mark is not allowed", 0);
+    }
     const XmlLimits limits{DOMParser::kMaxDepth, DOMParser::kMaxAttributes, DOMParser::kMaxNames};
     const XmlFinding finding = GuardXml(iText, limits);
     if (finding.error != nullptr) {
