@@ -15,8 +15,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
+#include <cstdlib>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <istream>
 #include <limits>
 #include <ostream>
@@ -121,6 +125,8 @@ TEST_F(PropertyFileTrouble, FailureInTheMiddleGivesWholeEntriesFromTheBeginning)
         EXPECT_EQ(properties.Read(file.c_str()), 0);
         const auto some = EntriesOf(properties);
         ASSERT_LE(some.size(), all.size());
+        const auto end = content.begin() + static_cast<std::ptrdiff_t>(good);
+        EXPECT_GE(some.size(), static_cast<std::size_t>(std::count(content.begin(), end, '\n'))) << good;
         for (std::size_t i = 0; i + 1 < some.size(); ++i) {
             ASSERT_EQ(some[i], all[i]) << good;
         }
@@ -142,6 +148,18 @@ TEST_F(PropertyFileTrouble, FailureAtTheFirstByteLeavesTheTable) {
     properties.SetValue("before", "value");
     EXPECT_EQ(properties.Read(file.c_str()), 0);
     EXPECT_THAT(EntriesOf(properties), testing::ElementsAre(testing::Pair("before", "value")));
+}
+
+TEST_F(PropertyFileTrouble, LineLongerThanATextCanBeEndsTheReading) {
+    if (std::getenv("QORWFL_TEST_ALL") == nullptr) {
+        GTEST_SKIP() << "takes 4 GB of memory; set QORWFL_TEST_ALL to run it";
+    }
+    const std::string file = directory.Write("properties", "first = 1\nlong = ");
+    std::filesystem::resize_file(file, std::uintmax_t{1} << 31);
+    std::ofstream(file, std::ios::app) << "\nlast = 2\n";
+    QorWflPropertyFile properties;
+    EXPECT_EQ(properties.Read(file.c_str()), 0);
+    EXPECT_THAT(EntriesOf(properties), testing::ElementsAre(testing::Pair("first", "1")));
 }
 
 /** Gives some of a text, then ends or throws; takes some text, then refuses or throws. */

@@ -1,12 +1,15 @@
 #include "QorWflPropertyFile.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
 #include <cstdlib>
-#include <fstream>
+#include <fcntl.h>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -54,18 +57,44 @@ std::optional<std::string> Locate(const std::string& iName) {
     return std::nullopt;
 }
 
-/** All of a file that can be read; nothing of one that cannot be opened. */
+/** A file that is open for reading while this lives; one that cannot be opened has nothing to read. */
+class OpenFile {
+public:
+    explicit OpenFile(const std::string& iName) : handle(::open(iName.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    ~OpenFile() {
+        if (handle >= 0) {
+            ::close(handle);
+        }
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    /** The number of bytes read; 0 at the end and where reading fails. */
+    std::size_t Read(char* oBytes, std::size_t iLength) const {
+        ssize_t length = -1;
+        do {
+            length = handle < 0 ? 0 : ::read(handle, oBytes, iLength);
+        } while (length < 0 && errno == EINTR);
+        return static_cast<std::size_t>(std::max<ssize_t>(length, 0));
+    }
+
+private:
+    int handle;
+};
+
+/** All of a file that can be read, up to where reading fails; a file stream would lose what it read just before. */
 std::string ContentOf(const std::string& iName) {
     constexpr std::size_t kFirstBlock = 4096;
-    std::ifstream file(iName, std::ios_base::in);
+    const OpenFile file(iName);
     std::string content;
-    while (file.good()) {
+    std::size_t read = 0;
+    do {
         const std::size_t length = content.size();
         const std::size_t block = std::max(length, kFirstBlock);
         content.resize(length + block);
-        file.read(content.data() + length, static_cast<std::streamsize>(block));
-        content.resize(length + static_cast<std::size_t>(file.gcount()));
-    }
+        read = file.Read(content.data() + length, block);
+        content.resize(length + read);
+    } while (read > 0);
     return content;
 }
 
@@ -151,6 +180,9 @@ int QorWflPropertyFile::Read(const BexUnicodeString& iFileName) {
     LineSource lines(content);
     while (!lines.AtEnd()) {
         const std::string_view line = lines.LogicalLine();
+        if (line.size() > INT_MAX) {
+            break;  // more than a text can hold: the file cannot be read any further
+        }
         const std::size_t equals = line.find('=');
         if (equals != std::string_view::npos && equals > 0 && !IsComment(line)) {
             Put(KeyOf(line.substr(0, equals)), ValueOf(line.substr(equals + 1)));
