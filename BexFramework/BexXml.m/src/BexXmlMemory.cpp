@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <new>
 
 namespace {
@@ -49,8 +50,9 @@ thread_local Construction* Construction::current = nullptr;
 }  // namespace
 
 BexXmlMemory* BexXmlMemory::Instance() {
-    static BexXmlMemory instance;
-    return &instance;
+    alignas(BexXmlMemory) static std::byte place[sizeof(BexXmlMemory)];
+    static auto* const instance = new (place) BexXmlMemory;  // never destroyed: a handle may outlive all else
+    return instance;
 }
 
 xercesc::DOMDocument* BexXmlMemory::NewDocument() {
