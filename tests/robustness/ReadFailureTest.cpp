@@ -155,11 +155,12 @@ TEST_F(PropertyFileTrouble, LineLongerThanATextCanBeEndsTheReading) {
         GTEST_SKIP() << "takes 4 GB of memory; set QORWFL_TEST_ALL to run it";
     }
     const std::string file = directory.Write("properties", "first = 1\nlong = ");
-    std::filesystem::resize_file(file, std::uintmax_t{1} << 31);
+    std::filesystem::resize_file(file, (std::uintmax_t{1} << 31) + 4096);
     std::ofstream(file, std::ios::app) << "\nlast = 2\n";
     QorWflPropertyFile properties;
     EXPECT_EQ(properties.Read(file.c_str()), 0);
-    EXPECT_THAT(EntriesOf(properties), testing::ElementsAre(testing::Pair("first", "1")));
+    ASSERT_EQ(properties.GetNKeys(), 1);
+    EXPECT_EQ(NarrowText(properties.GetValue(1)), "1");
 }
 
 /** Gives some of a text, then ends or throws; takes some text, then refuses or throws. */

@@ -87,13 +87,14 @@ std::string ContentOf(const std::string& iName) {
     constexpr std::size_t kFirstBlock = 4096;
     const OpenFile file(iName);
     std::string content;
+    std::size_t block = kFirstBlock;
     std::size_t read = 0;
     do {
         const std::size_t length = content.size();
-        const std::size_t block = std::max(length, kFirstBlock);
         content.resize(length + block);
         read = file.Read(content.data() + length, block);
         content.resize(length + read);
+        block = read == block ? content.size() : kFirstBlock;
     } while (read > 0);
     return content;
 }
