@@ -1,9 +1,6 @@
 #include "Commands.h"
 #include "Files.h"
-#include "JsonAction.h"
-#include "ToolActionManager.h"
-
-#include <QorWflActivityToXml.h>
+#include "RecordFormat.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,13 +17,12 @@ struct Options {
 
 /** Writes the XPDL document of an action to the standard output. */
 void Export(const Options& iOptions) {
-    const JsonAction action = ReadJsonAction(ReadInput(iOptions.action), InputName(iOptions.action));
-    ToolActionManager manager(iOptions.config);
+    const std::string text = ReadInput(iOptions.action);
+    const std::string fileName = InputName(iOptions.action);
+    RecordReader reader(iOptions.config);
     ActivityInfo record;
-    manager.FillRecord(action, record);
-    BexUnicodeString document;
-    QorWflActivityToXml(record, document);
-    WriteOutput({document.ConvertToChar(), static_cast<std::size_t>(document.GetLengthInChar())});
+    reader.ReadJson(text, fileName, record);
+    WriteOutput(WriteRecord(record, RecordFormat::kXpdl, std::nullopt, fileName));
 }
 
 }  // namespace

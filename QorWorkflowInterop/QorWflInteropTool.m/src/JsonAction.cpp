@@ -1,10 +1,7 @@
 #include "JsonAction.h"
 
-#include "JsonPlace.h"
-#include "JsonText.h"
+#include "JsonRecord.h"
 #include "JsonUuid.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <limits>
@@ -60,6 +57,11 @@ std::vector<Entry> ReadList(const JsonPlace& iPlace, Entry (*iRead)(const JsonPl
     return entries;
 }
 
+/** The members of an action, and the one that stands in their place. */
+const std::initializer_list<const char*> kMembers = {
+    "id",       "abstract",     "priority",      "owner",       "name",     "status",  "generation",
+    "duration", "durationUnit", "documentation", "processName", "contexts", "objects", kRecordMember};
+
 template <typename Number>
 std::optional<Number> ReadNumber(const JsonPlace& iPlace) {
     const std::optional<long> number =
@@ -69,11 +71,9 @@ std::optional<Number> ReadNumber(const JsonPlace& iPlace) {
 
 }  // namespace
 
-JsonAction ReadJsonAction(std::string_view iText, const std::string& iFileName) {
-    const nlohmann::json document = ParseJson(iText, iFileName);
-    const JsonPlace place(document, iFileName);
-    place.RequireObject({"id", "abstract", "priority", "owner", "name", "status", "generation", "duration",
-                         "durationUnit", "documentation", "processName", "contexts", "objects"});
+JsonAction ReadJsonAction(const JsonPlace& iDocument) {
+    const JsonPlace& place = iDocument;
+    place.RequireObject(kMembers);
     JsonAction action;
     action.id = place.Member("id").Text();
     action.abstract = place.Member("abstract").Text();
@@ -89,4 +89,14 @@ JsonAction ReadJsonAction(std::string_view iText, const std::string& iFileName) 
     action.contexts = ReadList(place.Member("contexts"), &ReadContext);
     action.objects = ReadList(place.Member("objects"), &ReadObject);
     return action;
+}
+
+void RequireNoAction(const JsonPlace& iDocument) {
+    iDocument.RequireObject(kMembers);
+    for (const char* name : kMembers) {
+        const JsonPlace member = iDocument.Member(name);
+        if (std::string_view(name) != kRecordMember && !member.IsAbsent()) {
+            member.Refuse("belongs to an action, and a record stands beside it; expected one of the two");
+        }
+    }
 }

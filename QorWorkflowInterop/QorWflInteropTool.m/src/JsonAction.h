@@ -1,11 +1,12 @@
 #ifndef JsonAction_H
 #define JsonAction_H
 
+#include "JsonPlace.h"
+
 #include <BexUnicodeString.h>
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 /** A workflow action as a JSON text tells it. A text that it does not tell is null. */
@@ -40,11 +41,16 @@ struct JsonAction {
 };
 
 /**
- * Reads an action from JSON.
- * @param iText UTF-8
- * @param iFileName what messages call the text
- * @throw Failure with file and place when the text is no JSON or no action.
+ * Reads an action from a JSON document.
+ * @throw Failure with file and place when the document is no action.
  */
-JsonAction ReadJsonAction(std::string_view iText, const std::string& iFileName);
+JsonAction ReadJsonAction(const JsonPlace& iDocument);
+
+/**
+ * A JSON document holds an action or a record. Refuses one that holds members of an action beside a record, or any that
+ * nobody knows.
+ * @throw Failure with file and place of the first of them.
+ */
+void RequireNoAction(const JsonPlace& iDocument);
 
 #endif

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <string_view>
 #include <utility>
 
@@ -43,19 +42,6 @@ std::string PointerPart(std::string_view iName) {
         part += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
     }
     return part;
-}
-
-/** Why a character cannot be in the document, or an empty text. */
-std::string WhyRefused(char32_t iCode) {
-    char code[16];
-    std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(iCode));
-    if (iCode > 0xFF) {
-        return std::string("character ") + code + " (" + ToUtf8(iCode) + ") is outside ISO-8859-1";
-    }
-    if (iCode < 0x20 && iCode != '\t' && iCode != '\n' && iCode != '\r') {
-        return std::string("character ") + code + " cannot be in an XML document";
-    }
-    return "";
 }
 
 }  // namespace
@@ -112,21 +98,34 @@ BexUnicodeString JsonPlace::Text() const {
     return IsAbsent() ? BexUnicodeString() : BexUnicodeString::FromNarrow(RequiredText());
 }
 
-std::string JsonPlace::RequiredText() const {
-    if (!value->is_string()) {
-        RefuseOther("a text");
+BexUnicodeString JsonPlace::AnyText() const {
+    if (IsAbsent()) {
+        return BexUnicodeString();
     }
+    RequireText();
+    const std::u16string text = ToUtf16(value->get_ref<const std::string&>());
+    return BexUnicodeString(text.data(), static_cast<int>(text.size()));
+}
+
+std::string JsonPlace::RequiredText() const {
+    RequireText();
     std::string_view rest = value->get_ref<const std::string&>();
     std::string text;
     text.reserve(rest.size());
     while (!rest.empty()) {
         const char32_t code = TakeCharacter(rest);
-        if (const std::string why = WhyRefused(code); !why.empty()) {
+        if (const std::string why = WhyNotInDocument(code); !why.empty()) {
             Refuse(why);
         }
         text += static_cast<char>(code);
     }
     return text;
+}
+
+void JsonPlace::RequireText() const {
+    if (!value->is_string()) {
+        RefuseOther("a text");
+    }
 }
 
 std::optional<long> JsonPlace::WholeNumber(long iLeast, long iMost) const {

@@ -38,6 +38,8 @@ public:
 
     /** @return the text in ISO-8859-1, null when absent; refused with a character that is not in it or not in XML. */
     BexUnicodeString Text() const;
+    /** @return the text whatever characters it has, null when absent. */
+    BexUnicodeString AnyText() const;
     /** @return the text as Text() has it, refused when absent. */
     std::string RequiredText() const;
     /** @return a whole number between these, nothing when absent. */
@@ -50,6 +52,7 @@ public:
 
 private:
     JsonPlace(const nlohmann::json& iValue, const std::string& iFileName, std::string iPointer);
+    void RequireText() const;
 
     const nlohmann::json* value;
     const std::string* fileName;

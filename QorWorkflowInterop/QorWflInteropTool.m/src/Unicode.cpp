@@ -1,5 +1,7 @@
 #include "Unicode.h"
 
+#include <cstdio>
+
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -39,6 +41,65 @@ std::string ToUtf8(std::u16string_view iUnits) {
         text += ToUtf8(code);
     }
     return text;
+}
+
+std::string ToUtf8(const BexUnicodeString& iText) {
+    if (iText.IsWide()) {
+        return ToUtf8(iText.WideView());
+    }
+    std::string text;
+    for (const char c : iText.NarrowView()) {
+        text += ToUtf8(static_cast<char32_t>(static_cast<unsigned char>(c)));
+    }
+    return text;
+}
+
+std::u16string ToUtf16(std::string_view iText) {
+    std::u16string units;
+    units.reserve(iText.size());
+    while (!iText.empty()) {
+        const char32_t code = TakeCharacter(iText);
+        if (code < 0x10000) {
+            units += static_cast<char16_t>(code);
+        } else {
+            units += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
+            units += static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+        }
+    }
+    return units;
+}
+
+bool IsUtf8(std::string_view iText) {
+    constexpr char32_t kLeast[] = {0, 0x80, 0x800, 0x10000};  // what needs one byte, two, three, four
+    while (!iText.empty()) {
+        const auto first = static_cast<unsigned char>(iText.front());
+        const std::size_t more = first < 0x80 ? 0 : first < 0xC0 ? 4 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+        if (more >= iText.size() || more == 4) {
+            return false;
+        }
+        for (std::size_t i = 1; i <= more; ++i) {
+            if ((static_cast<unsigned char>(iText[i]) & 0xC0U) != 0x80U) {
+                return false;
+            }
+        }
+        const char32_t code = TakeCharacter(iText);
+        if (code < kLeast[more] || code > 0x10FFFF || IsHighSurrogate(code) || IsLowSurrogate(code)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string WhyNotInDocument(char32_t iCode) {
+    char code[16];
+    std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(iCode));
+    if (iCode > 0xFF) {
+        return std::string("character ") + code + " (" + ToUtf8(iCode) + ") is outside ISO-8859-1";
+    }
+    if (iCode < 0x20 && iCode != '\t' && iCode != '\n' && iCode != '\r') {
+        return std::string("character ") + code + " cannot be in an XML document";
+    }
+    return "";
 }
 
 std::string Shortened(const std::string& iText, std::size_t iLength) {

@@ -1,10 +1,10 @@
 #include "Commands.h"
 #include "Files.h"
+#include "Message.h"
 
 #include <CLI/CLI.hpp>
 
 #include <csignal>
-#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -12,21 +12,6 @@
 #include <vector>
 
 namespace {
-
-/** Tells the user what went wrong. Control characters, which can come from inputs, do not reach the terminal. */
-void Report(const std::string& iMessage) {
-    std::string line = "qorwfl: ";
-    for (const char c : iMessage) {
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
-            char escaped[8];
-            std::snprintf(escaped, sizeof escaped, "\\x%02X", static_cast<unsigned>(c));
-            line += escaped;
-        } else {
-            line += c;
-        }
-    }
-    std::cerr << line << '\n';
-}
 
 /** The command line with all commands. */
 class CommandLine {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kMembers =
     "id, abstract, priority, owner, name, status, generation, duration, durationUnit, documentation, processName, "
-    "contexts, objects";
+    "contexts, objects, record";
 
 ToolResult ExportText(const std::string& iJson) {
     return RunTool({"export", "-"}, {.input = iJson});

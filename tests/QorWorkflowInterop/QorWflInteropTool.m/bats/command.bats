@@ -1,0 +1,32 @@
+#!/usr/bin/env bats
+# The command as a whole, whatever its subcommands.
+
+bats_require_minimum_version 1.5.0
+load shell.bash
+
+@test "every subcommand has a help with an example of it" {
+    local name names
+    names=$("$QORWFL" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
+    assert_contains "$names" export
+    assert_contains "$names" import
+    for name in $names; do
+        qorwfl "$name" --help
+        assert_status 0
+        assert_contains "$output" "Usage: qorwfl $name"
+        assert_contains "$output" "Example"
+        assert_contains "$output" "  qorwfl $name "
+    done
+}
+
+@test "--version tells the version" {
+    qorwfl --version
+    assert_status 0
+    [[ $output =~ ^qorwfl\ [0-9]+\.[0-9]+\.[0-9]+$ ]]
+}
+
+@test "no subcommand and an unknown one are wrong usage" {
+    qorwfl
+    assert_usage "subcommand"
+    qorwfl exports
+    assert_usage "exports"
+}
