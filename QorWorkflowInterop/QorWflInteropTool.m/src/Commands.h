@@ -15,5 +15,8 @@ enum ExitStatus { kDone = 0, kWrongInput = 1, kWrongUsage = 2 };
  */
 void AddExportCommand(CLI::App& ioApp, ExitStatus& oStatus);
 void AddImportCommand(CLI::App& ioApp, ExitStatus& oStatus);
+void AddConvertCommand(CLI::App& ioApp, ExitStatus& oStatus);
+void AddDiffCommand(CLI::App& ioApp, ExitStatus& oStatus);
+void AddGraphCommand(CLI::App& ioApp, ExitStatus& oStatus);
 
 #endif

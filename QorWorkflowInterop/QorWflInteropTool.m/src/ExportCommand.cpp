@@ -1,4 +1,6 @@
+#include "Batch.h"
 #include "Commands.h"
+#include "CommonOptions.h"
 #include "Files.h"
 #include "RecordFormat.h"
 
@@ -11,35 +13,43 @@
 namespace {
 
 struct Options {
-    std::string action;
+    Batch batch;
     std::optional<std::string> config;
+    std::optional<std::string> created;
+    std::string format = "xpdl";
 };
 
-/** Writes the XPDL document of an action to the standard output. */
-void Export(const Options& iOptions) {
-    const std::string text = ReadInput(iOptions.action);
-    const std::string fileName = InputName(iOptions.action);
+/** Writes the records of actions, as a rule as documents. */
+ExitStatus Export(const Options& iOptions) {
+    const RecordFormat format = FormatOfName(iOptions.format);
     RecordReader reader(iOptions.config);
-    ActivityInfo record;
-    reader.ReadJson(text, fileName, record);
-    WriteOutput(WriteRecord(record, RecordFormat::kXpdl, std::nullopt, fileName));
+    return RunBatch(iOptions.batch, EndingOf(format), [&](const std::string& iInput) {
+        ActivityInfo record;
+        reader.ReadJson(ReadInput(iInput), InputName(iInput), record);
+        return Converted{WriteRecord(record, format, iOptions.created, InputName(iInput)), {}, {}};
+    });
 }
 
 }  // namespace
 
-void AddExportCommand(CLI::App& ioApp, ExitStatus&) {
-    CLI::App* command = ioApp.add_subcommand("export", "Print the XPDL document of a workflow action");
+void AddExportCommand(CLI::App& ioApp, ExitStatus& oStatus) {
+    CLI::App* command = ioApp.add_subcommand("export", "Write workflow actions as XPDL documents");
     const auto options = std::make_shared<Options>();
-    command->add_option("ACTION", options->action, "The action, a JSON file; - for the standard input")
-        ->required()
-        ->type_name("");
-    command
-        ->add_option("--config", options->config,
-                     "The property file, or the folder with the file QorWflActionManager in it;\n"
-                     "without it, that file is looked for along BexMsgCatalogPath")
-        ->type_name("FILE_OR_DIR");
+    AddInputs(*command, options->batch.inputs, "ACTION",
+              "The actions, JSON files; - for the standard input. A file with a member \"record\" holds the record "
+              "itself");
+    AddConfig(*command, options->config);
+    AddFormat(*command, "--format", options->format, {"xpdl", "text", "json"},
+              "The form of the output: xpdl as a rule, text, or json with every field of the record");
+    AddOutput(*command, options->batch.output, "FILE_OR_DIR",
+              "The output file instead of the standard output; for several actions, the folder that takes a\n"
+              "file for each, named after it. It is made when it is not there");
+    AddJobs(*command, options->batch.jobs);
+    AddCreated(*command, options->created);
     command->footer(
+        "Of several actions, each that fails is told with its file, and the rest is exported all the same.\n"
+        "\n"
         "Example:\n"
-        "  qorwfl export examples/review.json --config examples/QorWflActionManager > review.xpdl");
-    command->callback([options] { Export(*options); });
+        "  qorwfl export examples/review.json --config examples/QorWflActionManager -o review.xpdl");
+    command->callback([options, &oStatus] { oStatus = Export(*options); });
 }

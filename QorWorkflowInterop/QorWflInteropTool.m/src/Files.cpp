@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -35,6 +36,13 @@ private:
     throw Failure(InputName(iPath) + ": cannot be read: " + std::strerror(errno));
 }
 
+/** Refuses more bytes than a text of the library can hold. */
+void RequireSize(const std::string& iPath, off_t iSize) {
+    if (iSize > INT_MAX) {
+        throw Failure(InputName(iPath) + ": has more than " + std::to_string(INT_MAX) + " bytes");
+    }
+}
+
 /** Reads the next bytes, trying again when a signal comes in between. */
 ssize_t ReadSome(int iNumber, char* oBuffer, std::size_t iSize) {
     ssize_t count = 0;
@@ -56,6 +64,11 @@ std::string ReadInput(const std::string& iPath) {
         FailToRead(iPath);
     }
     std::string bytes;
+    struct stat status {};
+    if (::fstat(file.Number(), &status) == 0 && S_ISREG(status.st_mode)) {
+        RequireSize(iPath, status.st_size);
+        bytes.reserve(static_cast<std::size_t>(status.st_size));
+    }
     std::array<char, 65536> buffer{};
     for (;;) {
         const ssize_t count = ReadSome(file.Number(), buffer.data(), buffer.size());
@@ -66,9 +79,7 @@ std::string ReadInput(const std::string& iPath) {
             return bytes;
         }
         bytes.append(buffer.data(), static_cast<std::size_t>(count));
-        if (bytes.size() > INT_MAX) {
-            throw Failure(InputName(iPath) + ": has more than " + std::to_string(INT_MAX) + " bytes");
-        }
+        RequireSize(iPath, static_cast<off_t>(bytes.size()));
     }
 }
 

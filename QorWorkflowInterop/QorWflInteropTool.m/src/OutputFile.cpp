@@ -147,16 +147,6 @@ private:
     int descriptor = -1;
 };
 
-/** Has the new name of a file reach the disk; a folder that cannot do that is none the worse. */
-void FlushFolder(const fs::path& iTarget) {
-    const std::string folder = iTarget.has_parent_path() ? iTarget.parent_path().string() : ".";
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor >= 0) {
-        ::fsync(descriptor);
-        ::close(descriptor);
-    }
-}
-
 /** Writes to what takes bytes as they come: a device, a pipe. */
 void WriteDirectly(const fs::path& iTarget, std::string_view iBytes, const std::string& iPath) {
     const int descriptor = ::open(iTarget.c_str(), O_WRONLY | O_CLOEXEC);
@@ -183,7 +173,6 @@ void ReplaceFile(const fs::path& iTarget, std::optional<mode_t> iMode, std::stri
     TemporaryFile file(iTarget, iPath);
     file.Fill(iBytes, iMode);
     file.Replace(iTarget);
-    FlushFolder(iTarget);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,9 @@ public:
             "'qorwfl COMMAND --help' tells more about a command.");
         AddExportCommand(app, status);
         AddImportCommand(app, status);
+        AddConvertCommand(app, status);
+        AddDiffCommand(app, status);
+        AddGraphCommand(app, status);
     }
 
     /** Reads the arguments and does what they ask for. */
@@ -42,8 +46,13 @@ public:
 
 private:
     ExitStatus Leave(const CLI::ParseError& iEnd) const {
-        const bool asked = app.exit(iEnd, std::cout, std::cerr) == 0;
+        std::ostringstream message;
+        const bool asked = app.exit(iEnd, std::cout, message) == 0;
         WriteOutput("");
+        std::istringstream lines(message.str());  // which can hold arguments, hence whatever somebody called a file
+        for (std::string line; std::getline(lines, line);) {
+            std::cerr << WithoutControls(line) + '\n';
+        }
         return asked ? kDone : kWrongUsage;
     }
 

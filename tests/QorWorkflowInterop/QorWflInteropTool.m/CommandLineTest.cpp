@@ -30,7 +30,7 @@ TEST(CommandLine, VersionIsTheProjects) {
 }
 
 TEST(CommandLine, HelpOfEachCommandEndsWithAnExampleOfIt) {
-    for (const std::string command : {"export", "import"}) {
+    for (const std::string command : {"export", "import", "convert", "diff", "graph"}) {
         const ToolResult result = RunTool({command, "--help"});
         EXPECT_EQ(result.status, 0);
         EXPECT_THAT(result.err, IsEmpty());
@@ -54,8 +54,10 @@ TEST(CommandLine, WrongUsageGivesStatusTwoAndOnlyAMessage) {
         {{"import"}, "FILE is required"},
         {{"export", "--config"}, "--config"},
         {{"export", "a.json", "--config"}, "--config"},
-        {{"export", "a.json", "b.json"}, "b.json"},
-        {{"import", "a.xpdl", "b.xpdl"}, "b.xpdl"},
+        {{"export", "a.json", "b.json"}, "-o DIR"},
+        {{"import", "a.xpdl", "b.xpdl"}, "-o DIR"},
+        {{"diff", "a.xpdl"}, "B is required"},
+        {{"graph", "a.xpdl", "b.xpdl"}, "b.xpdl"},
         {{"export", "a.json", "--confg", "c"}, "--confg"},
         {{"import", "a.xpdl", "--config", "c"}, "--config"},
         {{"export", "a.json", "--config", "c", "--config", "d"}, "--config"},

@@ -1,0 +1,57 @@
+#include "CommonOptions.h"
+
+#include "XpdlText.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+constexpr int kMaxJobs = 256;
+
+}  // namespace
+
+void AddInputs(CLI::App& ioCommand, std::vector<std::string>& oInputs, const char* iName, const char* iDescription) {
+    ioCommand.add_option(iName, oInputs, iDescription)->required()->type_name("");
+}
+
+void AddInput(CLI::App& ioCommand, std::string& oInput, const char* iName, const char* iDescription) {
+    ioCommand.add_option(iName, oInput, iDescription)->required()->type_name("");
+}
+
+void AddConfig(CLI::App& ioCommand, std::optional<std::string>& oConfig) {
+    ioCommand
+        .add_option("--config", oConfig,
+                    "The property file, or the folder with the file QorWflActionManager in it;\n"
+                    "without it, that file is looked for along BexMsgCatalogPath")
+        ->type_name("FILE_OR_DIR");
+}
+
+CLI::Option* AddFormat(CLI::App& ioCommand, const char* iOption, std::string& oFormat,
+                       std::initializer_list<const char*> iFormats, const char* iDescription) {
+    return ioCommand.add_option(iOption, oFormat, iDescription)
+        ->check(CLI::IsMember(std::vector<std::string>(iFormats.begin(), iFormats.end())))
+        ->type_name("FORMAT");
+}
+
+void AddCreated(CLI::App& ioCommand, std::optional<std::string>& oCreated) {
+    ioCommand
+        .add_option("--created", oCreated,
+                    "The Created text of an XPDL document, for files that can be made again byte for byte;\n"
+                    "without it, the current time")
+        ->check(CLI::Validator([](std::string& ioText) { return WhyNotCreated(ioText); }, ""))
+        ->type_name("TEXT");
+}
+
+void AddOutput(CLI::App& ioCommand, std::optional<std::string>& oOutput, const char* iType, const char* iDescription) {
+    ioCommand.add_option("-o,--output", oOutput, iDescription)->type_name(iType);
+}
+
+void AddJobs(CLI::App& ioCommand, int& oJobs) {
+    ioCommand.add_option("--jobs", oJobs, "How many processes work at a time on several inputs; 1 as a rule")
+        ->check(CLI::Range(1, kMaxJobs))
+        ->type_name("N");
+}
+
+void RefuseUsage(const std::string& iMessage) {
+    throw CLI::ValidationError(iMessage);
+}
