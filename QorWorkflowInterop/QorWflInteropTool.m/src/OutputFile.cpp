@@ -100,12 +100,13 @@ public:
         do {
             static unsigned number = 0;
             name = (folder / (".qorwfl-" + std::to_string(::getpid()) + '-' + std::to_string(number++))).string();
+            std::strncpy(temporaryName.data(), name.c_str(), temporaryName.size() - 1);
             descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         } while (descriptor < 0 && errno == EEXIST);
         if (descriptor < 0) {
+            temporaryName[0] = '\0';
             Fail(iPath, errno);
         }
-        std::strncpy(temporaryName.data(), name.c_str(), temporaryName.size() - 1);
     }
     ~TemporaryFile() {
         if (descriptor >= 0) {

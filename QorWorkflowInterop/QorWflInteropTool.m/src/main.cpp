@@ -64,6 +64,7 @@ private:
 
 int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a reader that went away is an output that cannot be written
+    std::signal(SIGXFSZ, SIG_IGN);  // and so is a file that must not grow as large
     try {
         return CommandLine().Run(argc, argv);
     } catch (const std::bad_alloc&) {

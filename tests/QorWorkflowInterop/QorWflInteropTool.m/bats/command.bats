@@ -1,6 +1,7 @@
 #!/usr/bin/env bats
 # The command as a whole, whatever its subcommands.
 
+# shellcheck disable=SC2154 # $stderr and $output, which run assigns
 bats_require_minimum_version 1.5.0
 load shell.bash
 

@@ -1,7 +1,11 @@
-# What the tests of the command share. Each test runs in an empty folder of its own, $BATS_TEST_TMPDIR.
+# What the tests of the command share. Each test runs in an empty folder of its own. CTest says where
+# the command and the examples are; by hand:
+#     QORWFL=$PWD/build/debug/bin/qorwfl EXAMPLES=$PWD/examples bats tests/QorWorkflowInterop/QorWflInteropTool.m/bats
+: "${QORWFL:?the path of the command}" "${EXAMPLES:?the folder of the examples}"
 
 setup() {
-    cd "$BATS_TEST_TMPDIR" || return
+    mkdir "$BATS_TEST_TMPDIR/here"
+    cd "$BATS_TEST_TMPDIR/here" || return
     unset NO_COLOR BexMsgCatalogPath BexQorTrace
 }
 

@@ -1,0 +1,128 @@
+#!/usr/bin/env bats
+# Output files of every command: written whole or not at all.
+
+# shellcheck disable=SC2154 # $stderr and $output, which run assigns
+bats_require_minimum_version 1.5.0
+load shell.bash
+
+@test "a new file has the permissions that the umask gives, a replaced one keeps its own" {
+    (umask 027 && "$QORWFL" import "$EXAMPLES/reply.xpdl" -o new.txt)
+    [[ $(stat -c %a new.txt) == 640 ]]
+    echo old >old.txt
+    chmod 604 old.txt
+    qorwfl import "$EXAMPLES/reply.xpdl" -o old.txt
+    assert_status 0
+    [[ $(stat -c %a old.txt) == 604 ]]
+    cmp new.txt old.txt
+}
+
+@test "a reader of the former file is not disturbed" {
+    echo former >file
+    exec 7<file
+    qorwfl import "$EXAMPLES/reply.xpdl" -o file
+    [[ $(cat <&7) == former ]]
+    exec 7<&-
+    grep -q '^id=' file
+}
+
+@test "a write that fails leaves the former file and nothing else" {
+    echo former >file
+    run --separate-stderr bash -c 'ulimit -f 1; exec "$@"' bash "$QORWFL" import "$EXAMPLES/reply.xpdl" -o file
+    assert_status 1
+    assert_stderr "qorwfl: file: cannot be written: File too large"
+    [[ $(ls -A) == file ]]
+    [[ $(cat file) == former ]]
+}
+
+@test "an input that fails leaves the former file" {
+    echo former >file
+    qorwfl import missing -o file
+    assert_status 1
+    [[ $(cat file) == former ]]
+}
+
+@test "a command that is ended leaves no temporary file" {
+    mkdir in out
+    for number in $(seq 300); do
+        cp "$EXAMPLES/review.json" "in/$number.json"
+    done
+    setsid "$QORWFL" export in/*.json -o out --jobs 4 2>messages &
+    local parent=$!
+    for _ in $(seq 200); do
+        [[ -z $(ls out) ]] || break
+        sleep 0.02
+    done
+    kill -TERM -- -$parent
+    wait $parent || true
+    sleep 0.2
+    [[ -n $(ls out) ]]
+    [[ -z $(find out -name '.*' -type f) ]]
+    for file in out/*; do
+        [[ $(tail -n 1 "$file") == "</Package>" ]]
+    done
+}
+
+@test "a symbolic link stays, and its target is written" {
+    mkdir folder
+    echo old >folder/target
+    ln -s folder/target link
+    ln -s link second
+    qorwfl import "$EXAMPLES/reply.xpdl" -o second
+    assert_status 0
+    [[ -L second && -L link ]]
+    grep -q '^id=' folder/target
+    ln -s folder/later dangling
+    qorwfl import "$EXAMPLES/reply.xpdl" -o dangling
+    assert_status 0
+    grep -q '^id=' folder/later
+    ln -s loop loop
+    qorwfl import "$EXAMPLES/reply.xpdl" -o loop
+    assert_status 1
+    assert_stderr "qorwfl: loop: cannot be written: Too many levels of symbolic links"
+}
+
+@test "/dev/stdout, a descriptor, a pipe and a device are written to directly" {
+    qorwfl import "$EXAMPLES/reply.xpdl"
+    local text=$output
+    qorwfl import "$EXAMPLES/reply.xpdl" -o /dev/stdout
+    assert_output "$text"
+    { echo first && "$QORWFL" import "$EXAMPLES/reply.xpdl" -o /dev/stdout; } >file
+    [[ $(cat file) == first$'\n'"$text" ]]
+    "$QORWFL" import "$EXAMPLES/reply.xpdl" -o /dev/fd/9 9>other
+    [[ $(cat other) == "$text" ]]
+    mkfifo pipe
+    cat pipe >received &
+    qorwfl import "$EXAMPLES/reply.xpdl" -o pipe
+    assert_status 0
+    wait $!
+    [[ $(cat received) == "$text" && -p pipe ]]
+    qorwfl import "$EXAMPLES/reply.xpdl" -o /dev/null
+    assert_status 0
+    [[ -c /dev/null ]]
+}
+
+@test "a full device, a folder that is not there and an empty name are told" {
+    qorwfl import "$EXAMPLES/reply.xpdl" -o /dev/full
+    assert_status 1
+    assert_stderr "qorwfl: /dev/full: cannot be written: No space left on device"
+    qorwfl import "$EXAMPLES/reply.xpdl" -o no/file
+    assert_status 1
+    assert_stderr "qorwfl: no/file: cannot be written: No such file or directory"
+    qorwfl import "$EXAMPLES/reply.xpdl" -o ""
+    assert_status 1
+    assert_stderr "qorwfl: : cannot be written: No such file or directory"
+    echo >file
+    qorwfl import "$EXAMPLES/reply.xpdl" -o file/below
+    assert_status 1
+    assert_stderr "qorwfl: file/below: cannot be written: Not a directory"
+}
+
+@test "a file that must not be written is not replaced either" {
+    [[ $EUID -ne 0 ]] || skip "the superuser writes every file"
+    echo former >file
+    chmod 444 file
+    qorwfl import "$EXAMPLES/reply.xpdl" -o file
+    assert_status 1
+    assert_stderr "qorwfl: file: cannot be written: Permission denied"
+    [[ $(cat file) == former ]]
+}
