@@ -58,7 +58,7 @@ std::vector<Entry> ReadList(const JsonPlace& iPlace, Entry (*iRead)(const JsonPl
 }
 
 /** The members of an action, and the one that stands in their place. */
-const std::initializer_list<const char*> kMembers = {
+const std::vector<std::string_view> kMembers = {
     "id",       "abstract",     "priority",      "owner",       "name",     "status",  "generation",
     "duration", "durationUnit", "documentation", "processName", "contexts", "objects", kRecordMember};
 
@@ -93,9 +93,9 @@ JsonAction ReadJsonAction(const JsonPlace& iDocument) {
 
 void RequireNoAction(const JsonPlace& iDocument) {
     iDocument.RequireObject(kMembers);
-    for (const char* name : kMembers) {
+    for (const std::string_view name : kMembers) {
         const JsonPlace member = iDocument.Member(name);
-        if (std::string_view(name) != kRecordMember && !member.IsAbsent()) {
+        if (name != kRecordMember && !member.IsAbsent()) {
             member.Refuse("belongs to an action, and a record stands beside it; expected one of the two");
         }
     }

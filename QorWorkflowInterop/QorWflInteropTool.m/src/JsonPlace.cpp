@@ -63,14 +63,14 @@ bool JsonPlace::IsText() const {
     return value->is_string();
 }
 
-void JsonPlace::RequireObject(std::initializer_list<const char*> iMembers) const {
+void JsonPlace::RequireObject(const std::vector<std::string_view>& iMembers) const {
     if (!IsObject()) {
         RefuseOther("an object");
     }
     for (const auto& [name, member] : value->items()) {
-        if (std::find(iMembers.begin(), iMembers.end(), std::string_view(name)) == iMembers.end()) {
+        if (std::find(iMembers.begin(), iMembers.end(), name) == iMembers.end()) {
             std::string known;
-            for (const char* each : iMembers) {
+            for (const std::string_view each : iMembers) {
                 known += (known.empty() ? "" : ", ") + std::string(each);
             }
             JsonPlace(member, *fileName, pointer + PointerPart(name)).Refuse("unknown member; known are " + known);
@@ -78,8 +78,8 @@ void JsonPlace::RequireObject(std::initializer_list<const char*> iMembers) const
     }
 }
 
-JsonPlace JsonPlace::Member(const char* iName) const {
-    const auto found = value->find(iName);
+JsonPlace JsonPlace::Member(std::string_view iName) const {
+    const auto found = value->find(std::string(iName));
     return JsonPlace(found == value->end() ? kAbsent : *found, *fileName, pointer + PointerPart(iName));
 }
 

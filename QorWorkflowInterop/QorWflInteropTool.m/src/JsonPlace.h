@@ -6,9 +6,10 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include <cstddef>
-#include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 /**
  * A value in a JSON document, together with where it stands. Reading it as something that it is not throws a Failure
@@ -28,9 +29,9 @@ public:
     /** @return whether there is a text here. */
     bool IsText() const;
     /** Refuses anything but an object with no other members than these. */
-    void RequireObject(std::initializer_list<const char*> iMembers) const;
+    void RequireObject(const std::vector<std::string_view>& iMembers) const;
     /** @return the member of that name of an object, absent when it has none. */
-    JsonPlace Member(const char* iName) const;
+    JsonPlace Member(std::string_view iName) const;
     /** @return the number of elements of a list, 0 for an absent one. */
     std::size_t GetListSize() const;
     /** @return an element of a list, from 0. */

@@ -57,6 +57,17 @@ Json ToJson(const ProcessInfo& iProcess) {
 
 // ---------------------------------------------------------------------------------------------------- reading
 
+/** The names of fields, and those of other members behind them. */
+template <typename Field, std::size_t Count>
+std::vector<std::string_view> NamesOf(const Field (&iFields)[Count], std::initializer_list<std::string_view> iOthers) {
+    std::vector<std::string_view> names;
+    for (const Field& field : iFields) {
+        names.push_back(field.name);
+    }
+    names.insert(names.end(), iOthers);
+    return names;
+}
+
 void Read(const JsonPlace& iPlace, BexUnicodeString& oText) {
     oText = iPlace.AnyText();
 }
@@ -70,7 +81,7 @@ void Read(const JsonPlace& iPlace, Number& oNumber) {
 template <typename Record, std::size_t Count>
 void Read(const JsonPlace& iPlace, Record& oRecord, const TextField<Record> (&iFields)[Count]) {
     for (const auto& field : iFields) {
-        Read(iPlace.Member(std::string(field.name).c_str()), oRecord.*field.member);
+        Read(iPlace.Member(field.name), oRecord.*field.member);
     }
 }
 
@@ -99,13 +110,13 @@ void ReadProcess(const JsonPlace& iPlace, ProcessInfo& oProcess) {
     if (iPlace.IsAbsent()) {
         return;
     }
-    iPlace.RequireObject({"id", "name", "context", kDatas, kDataNumber});
+    iPlace.RequireObject(NamesOf(kProcessFields, {kDatas, kDataNumber}));
     Read(iPlace, oProcess, kProcessFields);
     const JsonPlace list = iPlace.Member(kDatas);
     oProcess.SetDataNumber(ReadCount(list, iPlace.Member(kDataNumber)));
     for (int i = 0; i < oProcess.dataNumber; ++i) {
         const JsonPlace data = list.Element(static_cast<std::size_t>(i));
-        data.RequireObject({"name", "type", "extid", "value"});
+        data.RequireObject(NamesOf(kDataFields, {}));
         Read(data, oProcess.datas[i], kDataFields);
     }
 }
@@ -130,11 +141,9 @@ std::string RecordToJson(const ActivityInfo& iRecord) {
 }
 
 void JsonToRecord(const JsonPlace& iPlace, ActivityInfo& oRecord) {
-    iPlace.RequireObject({"id", "name", "generation", "abstract", "priority", "extid", "status", "duration",
-                          "durationUnit", "owner", "participant", "participantType", "documentation", kProcess, kInputs,
-                          kOutputs, kInputNumber, kOutputNumber});
+    iPlace.RequireObject(NamesOf(kActivityFields, {kProcess, kInputs, kOutputs, kInputNumber, kOutputNumber}));
     for (const ActivityField& field : kActivityFields) {
-        const JsonPlace place = iPlace.Member(std::string(field.name).c_str());
+        const JsonPlace place = iPlace.Member(field.name);
         std::visit([&](auto iMember) { Read(place, oRecord.*iMember); }, field.member);
     }
     ReadProcess(iPlace.Member(kProcess), oRecord.process);
