@@ -72,22 +72,21 @@ std::optional<Number> ReadNumber(const JsonPlace& iPlace) {
 }  // namespace
 
 JsonAction ReadJsonAction(const JsonPlace& iDocument) {
-    const JsonPlace& place = iDocument;
-    place.RequireObject(kMembers);
+    iDocument.RequireObject(kMembers);
     JsonAction action;
-    action.id = place.Member("id").Text();
-    action.abstract = place.Member("abstract").Text();
-    action.priority = place.Member("priority").Text();
-    action.owner = place.Member("owner").Text();
-    action.name = place.Member("name").Text();
-    action.status = place.Member("status").Text();
-    action.generation = ReadNumber<int>(place.Member("generation"));
-    action.duration = ReadNumber<long>(place.Member("duration"));
-    action.durationUnit = place.Member("durationUnit").Text();
-    action.documentation = place.Member("documentation").Text();
-    action.processName = place.Member("processName").Text();
-    action.contexts = ReadList(place.Member("contexts"), &ReadContext);
-    action.objects = ReadList(place.Member("objects"), &ReadObject);
+    action.id = iDocument.Member("id").Text();
+    action.abstract = iDocument.Member("abstract").Text();
+    action.priority = iDocument.Member("priority").Text();
+    action.owner = iDocument.Member("owner").Text();
+    action.name = iDocument.Member("name").Text();
+    action.status = iDocument.Member("status").Text();
+    action.generation = ReadNumber<int>(iDocument.Member("generation"));
+    action.duration = ReadNumber<long>(iDocument.Member("duration"));
+    action.durationUnit = iDocument.Member("durationUnit").Text();
+    action.documentation = iDocument.Member("documentation").Text();
+    action.processName = iDocument.Member("processName").Text();
+    action.contexts = ReadList(iDocument.Member("contexts"), &ReadContext);
+    action.objects = ReadList(iDocument.Member("objects"), &ReadObject);
     return action;
 }
 

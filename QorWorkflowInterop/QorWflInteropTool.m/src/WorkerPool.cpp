@@ -90,7 +90,7 @@ public:
         task = iTask;
         WriteAll(tasks, Bytes(iTask));  // a process that is dead shows when its result is read
     }
-    std::optional<std::size_t> Task() const { return task; }
+    std::size_t Task() const { return task; }
     int Results() const { return results; }
 
     /** Takes what has come; gives a result when it is whole. False when the process has died. */
@@ -110,7 +110,6 @@ public:
             if (received.size() - sizeof length == length) {
                 oResult = Unpacked(std::string_view(received).substr(sizeof length));
                 received.clear();
-                task.reset();
             }
         }
         return true;
@@ -145,11 +144,9 @@ private:
     pid_t process;
     int tasks;
     int results;
-    std::optional<std::size_t> task;
+    std::size_t task = 0;
     std::string received;
 };
-
-using Workers = std::vector<std::unique_ptr<Worker>>;
 
 /** The life of a worker, in its own process: a task comes, its result goes, until no more come. */
 [[noreturn]] void Work(int iTasks, int iResults, const std::function<TaskResult(std::size_t)>& iTask) {
@@ -160,95 +157,116 @@ using Workers = std::vector<std::unique_ptr<Worker>>;
     std::exit(0);
 }
 
-/** Starts a process; null, with errno set, when there is none to be had. */
-std::unique_ptr<Worker> Start(Workers& ioOthers, const std::function<TaskResult(std::size_t)>& iTask) {
-    int tasks[2];
-    int results[2];
-    if (::pipe(tasks) != 0) {
-        return nullptr;
-    }
-    if (::pipe(results) != 0) {
-        const int reason = errno;
-        ::close(tasks[0]);
-        ::close(tasks[1]);
-        errno = reason;
-        return nullptr;
-    }
-    std::cout.flush();  // or both processes would write what is still in the buffer
-    std::fflush(nullptr);
-    const pid_t process = ::fork();
-    const int reason = errno;
-    if (process == 0) {
-        ::close(tasks[1]);
-        ::close(results[0]);
-        for (const auto& other : ioOthers) {  // whose end would not be seen while this process holds a copy
-            other->Close();
-        }
-        Work(tasks[0], results[1], iTask);
-    }
-    ::close(tasks[0]);
-    ::close(results[1]);
-    if (process < 0) {
-        ::close(tasks[1]);
-        ::close(results[0]);
-        errno = reason;
-        return nullptr;
-    }
-    return std::make_unique<Worker>(process, tasks[1], results[0]);
-}
+/** Gives tasks to processes and takes their results. */
+class Pool {
+public:
+    Pool(std::size_t iCount, const std::function<TaskResult(std::size_t)>& iTask,
+         const std::function<void(std::size_t, TaskResult)>& iFinished)
+        : count(iCount), doTask(iTask), finished(iFinished) {}
 
-/** Waits until at least one of the workers has something to tell. */
-std::vector<pollfd> Wait(const Workers& iWorkers) {
-    std::vector<pollfd> entries;
-    for (const auto& worker : iWorkers) {
-        entries.push_back({worker->Results(), POLLIN, 0});
+    void Run(int iProcesses) {
+        while (next < count || !workers.empty()) {
+            while (next < count && workers.size() < static_cast<std::size_t>(iProcesses) && AddWorker()) {
+                workers.back()->Give(next++);
+            }
+            if (workers.empty()) {
+                return GiveUp(std::strerror(errno));
+            }
+            TakeResults();
+        }
     }
-    while (::poll(entries.data(), entries.size(), -1) < 0 && errno == EINTR) {
+
+private:
+    /** Starts a process; false, with errno set, when there is none to be had. */
+    bool AddWorker() {
+        int tasks[2];
+        int results[2];
+        if (::pipe(tasks) != 0) {
+            return false;
+        }
+        if (::pipe(results) != 0) {
+            return Abandon(tasks);
+        }
+        std::cout.flush();  // or both processes would write what is still in the buffer
+        std::fflush(nullptr);
+        const pid_t process = ::fork();
+        if (process < 0) {
+            Abandon(tasks);
+            return Abandon(results);
+        }
+        if (process == 0) {
+            ::close(tasks[1]);
+            ::close(results[0]);
+            for (const auto& other : workers) {  // whose end would not be seen while this process holds a copy
+                other->Close();
+            }
+            Work(tasks[0], results[1], doTask);
+        }
+        ::close(tasks[0]);
+        ::close(results[1]);
+        workers.push_back(std::make_unique<Worker>(process, tasks[1], results[0]));
+        return true;
     }
-    return entries;
-}
+
+    /** Closes a pipe that is not needed after all, errno staying as it is; false. */
+    static bool Abandon(const int (&iPipe)[2]) {
+        const int reason = errno;
+        ::close(iPipe[0]);
+        ::close(iPipe[1]);
+        errno = reason;
+        return false;
+    }
+
+    /** Waits until at least one process has something to tell, and hears all that have. */
+    void TakeResults() {
+        std::vector<pollfd> entries;
+        for (const auto& worker : workers) {
+            entries.push_back({worker->Results(), POLLIN, 0});
+        }
+        while (::poll(entries.data(), entries.size(), -1) < 0 && errno == EINTR) {
+        }
+        for (std::size_t i = entries.size(); i-- > 0;) {  // backwards, for some may go
+            if (entries[i].revents != 0 && !TakeResult(*workers[i])) {
+                workers.erase(workers.begin() + static_cast<std::ptrdiff_t>(i));
+            }
+        }
+    }
+
+    /** Hears what a process has to tell, and gives it more to do; false when it is dead or there is no more. */
+    bool TakeResult(Worker& ioWorker) {
+        const std::size_t task = ioWorker.Task();
+        std::optional<TaskResult> result;
+        if (!ioWorker.Take(result)) {
+            finished(task, {false, {}, "the process that worked on it " + ioWorker.HowItDied()});
+            return false;
+        }
+        if (!result) {
+            return true;
+        }
+        finished(task, std::move(*result));
+        if (next == count) {
+            return false;
+        }
+        ioWorker.Give(next++);
+        return true;
+    }
+
+    void GiveUp(const std::string& iReason) {
+        for (; next < count; ++next) {
+            finished(next, {false, {}, "no process can be started: " + iReason});
+        }
+    }
+
+    const std::size_t count;
+    const std::function<TaskResult(std::size_t)>& doTask;
+    const std::function<void(std::size_t, TaskResult)>& finished;
+    std::vector<std::unique_ptr<Worker>> workers;  // each with a task
+    std::size_t next = 0;                          // the first task that nobody has
+};
 
 }  // namespace
 
 void RunTasks(std::size_t iCount, int iProcesses, const std::function<TaskResult(std::size_t)>& iTask,
               const std::function<void(std::size_t, TaskResult)>& iFinished) {
-    Workers workers;
-    std::size_t next = 0;
-    while (next < iCount || !workers.empty()) {
-        while (next < iCount && workers.size() < static_cast<std::size_t>(iProcesses)) {
-            std::unique_ptr<Worker> worker = Start(workers, iTask);
-            if (!worker) {
-                break;
-            }
-            worker->Give(next++);
-            workers.push_back(std::move(worker));
-        }
-        if (workers.empty()) {
-            const std::string reason = std::strerror(errno);
-            for (; next < iCount; ++next) {
-                iFinished(next, {false, {}, "no process can be started: " + reason});
-            }
-            return;
-        }
-        const std::vector<pollfd> entries = Wait(workers);
-        for (std::size_t i = entries.size(); i-- > 0;) {
-            if (entries[i].revents == 0) {
-                continue;
-            }
-            const std::size_t task = workers[i]->Task().value_or(iCount);
-            std::optional<TaskResult> result;
-            const bool isAlive = workers[i]->Take(result);
-            if (!isAlive) {
-                result = TaskResult{false, {}, "the process that worked on it " + workers[i]->HowItDied()};
-            }
-            if (result) {
-                iFinished(task, std::move(*result));
-            }
-            if (isAlive && !workers[i]->Task() && next < iCount) {
-                workers[i]->Give(next++);
-            } else if (!isAlive || !workers[i]->Task()) {
-                workers.erase(workers.begin() + static_cast<std::ptrdiff_t>(i));
-            }
-        }
-    }
+    Pool(iCount, iTask, iFinished).Run(iProcesses);
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bats
 # qorwfl export: actions in JSON become documents.
 
-# shellcheck disable=SC2154 # $stderr and $output, which run assigns
+# shellcheck disable=SC2154,SC2016 # $stderr and $output, which run assigns; single quotes for another shell
 bats_require_minimum_version 1.5.0
 load shell.bash
 
@@ -236,6 +236,20 @@ qorwfl: 1 done, 1 failed"
     [[ $(cat messages) == "qorwfl: in/a3.fifo: the process that worked on it died of signal 9 (Killed)
 qorwfl: 4 done, 1 failed" ]] || fail "$(cat messages)"
     [[ $(ls -A out) == $'a1.xpdl\na2.xpdl\na4.xpdl\na5.xpdl' ]]
+}
+
+@test "where fewer processes can be had the work takes them, and where there are none it is told" {
+    actions 6
+    # With so many open files at most; those of the test itself are closed.
+    limited='for file in /proc/self/fd/*; do n=${file##*/}; ((n < 3)) || eval "exec $n>&-"; done; ulimit -n $0; exec "$@"'
+    run --separate-stderr bash -c "$limited" 12 "$QORWFL" export in/*.json -o out --jobs 256
+    assert_status 0
+    assert_stderr "qorwfl: 6 done, 0 failed"
+    run --separate-stderr bash -c "$limited" 5 "$QORWFL" export in/a1.json in/a2.json -o none
+    assert_status 1
+    assert_stderr "qorwfl: in/a1.json: no process can be started: Too many open files
+qorwfl: in/a2.json: no process can be started: Too many open files
+qorwfl: 0 done, 2 failed"
 }
 
 @test "on a terminal there is a progress bar, and how many a second" {
