@@ -40,15 +40,16 @@ RecordFormat ReadRecord(RecordReader& ioReader, const std::string& iInput, const
     return format;
 }
 
+/** The differences as lines, coloured where that is wanted. */
 class Listing {
 public:
     void Add(const Difference& iDifference) {
-        text += Shown(bold, iDifference.place);
+        text += Shown(kBold, iDifference.place);
         for (const std::string& removed : iDifference.removed) {
-            text += Shown(red, "  - " + removed);
+            text += Shown(kRed, "  - " + removed);
         }
         for (const std::string& added : iDifference.added) {
-            text += Shown(green, "  + " + added);
+            text += Shown(kGreen, "  + " + added);
         }
     }
     const std::string& Text() const { return text; }
@@ -59,9 +60,9 @@ private:
         return (isColoured ? iColour + line + "\x1B[0m" : line) + '\n';
     }
 
-    static constexpr const char* bold = "\x1B[1m";
-    static constexpr const char* red = "\x1B[31m";
-    static constexpr const char* green = "\x1B[32m";
+    static constexpr const char* kBold = "\x1B[1m";
+    static constexpr const char* kRed = "\x1B[31m";
+    static constexpr const char* kGreen = "\x1B[32m";
     const bool isColoured = MayDecorate(STDOUT_FILENO);
     std::string text;
 };

@@ -9,6 +9,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
