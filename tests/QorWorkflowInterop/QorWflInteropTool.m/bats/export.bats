@@ -173,7 +173,7 @@ actions() {
 
 @test "what fails is told with its file in the order of the inputs, and the rest is done" {
     actions 4
-    echo '{"owner": 1}' >in/a2.json
+    printf '%3000000s{"owner": 1}' "" >in/a2.json # which takes longer to fail than the next
     rm in/a3.json
     mkdir in/a3.json
     for jobs in 1 3; do
