@@ -69,23 +69,31 @@ std::u16string ToUtf16(std::string_view iText) {
     return units;
 }
 
-bool IsUtf8(std::string_view iText) {
+std::size_t LengthOfCharacter(std::string_view iText) {
     constexpr char32_t kLeast[] = {0, 0x80, 0x800, 0x10000};  // what needs one byte, two, three, four
+    const auto first = static_cast<unsigned char>(iText.front());
+    const std::size_t more = first < 0x80 ? 0 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+    if ((first >= 0x80 && first < 0xC0) || first >= 0xF8 || more >= iText.size()) {
+        return 0;
+    }
+    for (std::size_t i = 1; i <= more; ++i) {
+        if ((static_cast<unsigned char>(iText[i]) & 0xC0U) != 0x80U) {
+            return 0;
+        }
+    }
+    const char32_t code = TakeCharacter(iText);
+    const bool isCharacter =
+        code >= kLeast[more] && code <= 0x10FFFF && !IsHighSurrogate(code) && !IsLowSurrogate(code);
+    return isCharacter ? more + 1 : 0;
+}
+
+bool IsUtf8(std::string_view iText) {
     while (!iText.empty()) {
-        const auto first = static_cast<unsigned char>(iText.front());
-        const std::size_t more = first < 0x80 ? 0 : first < 0xC0 ? 4 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
-        if (more >= iText.size() || more == 4) {
+        const std::size_t length = LengthOfCharacter(iText);
+        if (length == 0) {
             return false;
         }
-        for (std::size_t i = 1; i <= more; ++i) {
-            if ((static_cast<unsigned char>(iText[i]) & 0xC0U) != 0x80U) {
-                return false;
-            }
-        }
-        const char32_t code = TakeCharacter(iText);
-        if (code < kLeast[more] || code > 0x10FFFF || IsHighSurrogate(code) || IsLowSurrogate(code)) {
-            return false;
-        }
+        iText.remove_prefix(length);
     }
     return true;
 }

@@ -17,6 +17,8 @@ std::string ToUtf8(const BexUnicodeString& iText);
 /** @return well-formed UTF-8 text as UTF-16. */
 std::u16string ToUtf16(std::string_view iText);
 
+/** @return how many bytes the first character of a text has that is not empty; 0 when it is no well-formed UTF-8. */
+std::size_t LengthOfCharacter(std::string_view iText);
 /** @return whether a text is well-formed UTF-8. */
 bool IsUtf8(std::string_view iText);
 

@@ -192,10 +192,10 @@ or JSON, which begins with {; found something else"
 }
 
 @test "control characters of a record do not reach the terminal" {
-    record a.json '"id": "\u001b[31m"'
-    record b.json '"id": "B"'
+    record a.json '"id": "\u001b[31m\u009b1m"'
+    record b.json '"id": "ü€"'
     qorwfl diff a.json b.json
     assert_output 'id
-  - "\x1B[31m"
-  + "B"'
+  - "\x1B[31m\xC2\x9B1m"
+  + "ü€"'
 }
