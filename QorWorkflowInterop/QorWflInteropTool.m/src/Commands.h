@@ -18,5 +18,6 @@ void AddImportCommand(CLI::App& ioApp, ExitStatus& oStatus);
 void AddConvertCommand(CLI::App& ioApp, ExitStatus& oStatus);
 void AddDiffCommand(CLI::App& ioApp, ExitStatus& oStatus);
 void AddGraphCommand(CLI::App& ioApp, ExitStatus& oStatus);
+void AddConfigCommand(CLI::App& ioApp, ExitStatus& oStatus);
 
 #endif

@@ -11,23 +11,6 @@
 
 namespace {
 
-constexpr const char* kFileName = "QorWflActionManager";
-constexpr const char* kPathVariable = "BexMsgCatalogPath";
-
-/** The property file that a path names, which is there and can be read. */
-std::string FindFile(const std::string& iPath) {
-    std::error_code error;
-    const std::string file =
-        std::filesystem::is_directory(iPath, error) ? (std::filesystem::path(iPath) / kFileName).string() : iPath;
-    if (::access(file.c_str(), R_OK) != 0) {
-        throw Failure(file + ": the property file cannot be read: " + std::strerror(errno));
-    }
-    if (!std::filesystem::is_regular_file(file, error)) {
-        throw Failure(file + ": expected a property file, found no regular file");
-    }
-    return file;
-}
-
 /** A new folder that only this user can enter. */
 std::string MakeFolder() {
     std::error_code error;
@@ -44,30 +27,44 @@ std::string MakeFolder() {
 
 }  // namespace
 
+std::string FindPropertyFile(const std::string& iPath) {
+    std::error_code error;
+    const std::string file = std::filesystem::is_directory(iPath, error)
+                                 ? (std::filesystem::path(iPath) / kPropertyFileName).string()
+                                 : iPath;
+    if (::access(file.c_str(), R_OK) != 0) {
+        throw Failure(file + ": the property file cannot be read: " + std::strerror(errno));
+    }
+    if (!std::filesystem::is_regular_file(file, error)) {
+        throw Failure(file + ": expected a property file, found no regular file");
+    }
+    return file;
+}
+
 Configuration::Configuration(const std::string& iPath) {
-    const std::string file = std::filesystem::absolute(FindFile(iPath)).string();
+    const std::string file = std::filesystem::absolute(FindPropertyFile(iPath)).string();
     folder = MakeFolder();
-    if (::symlink(file.c_str(), (folder + '/' + kFileName).c_str()) != 0) {
+    if (::symlink(file.c_str(), (folder + '/' + kPropertyFileName).c_str()) != 0) {
         const std::string reason = std::strerror(errno);
         RemoveFolder();
         throw Failure(folder + ": no link to the property file can be made: " + reason);
     }
-    if (const char* path = ::getenv(kPathVariable)) {
+    if (const char* path = ::getenv(kPropertyPathVariable)) {
         formerPath = path;
     }
-    ::setenv(kPathVariable, folder.c_str(), 1);
+    ::setenv(kPropertyPathVariable, folder.c_str(), 1);
 }
 
 Configuration::~Configuration() {
     if (formerPath) {
-        ::setenv(kPathVariable, formerPath->c_str(), 1);
+        ::setenv(kPropertyPathVariable, formerPath->c_str(), 1);
     } else {
-        ::unsetenv(kPathVariable);
+        ::unsetenv(kPropertyPathVariable);
     }
     RemoveFolder();
 }
 
 void Configuration::RemoveFolder() const {
-    ::unlink((folder + '/' + kFileName).c_str());
+    ::unlink((folder + '/' + kPropertyFileName).c_str());
     ::rmdir(folder.c_str());
 }

@@ -4,6 +4,17 @@
 #include <optional>
 #include <string>
 
+/** The name of the property file, which is fixed. */
+constexpr const char* kPropertyFileName = "QorWflActionManager";
+/** The environment variable with the folders in which the library looks for it. */
+constexpr const char* kPropertyPathVariable = "BexMsgCatalogPath";
+
+/**
+ * The property file that a path names: the path itself, or the file of the fixed name in the folder that it is.
+ * @throw Failure when there is no such file or it cannot be read.
+ */
+std::string FindPropertyFile(const std::string& iPath);
+
 /**
  * Makes the library find a chosen property file while this object lives.
  *

@@ -28,6 +28,7 @@ public:
         AddConvertCommand(app, status);
         AddDiffCommand(app, status);
         AddGraphCommand(app, status);
+        AddConfigCommand(app, status);
     }
 
     /** Reads the arguments and does what they ask for. */

@@ -1,0 +1,121 @@
+#include "Commands.h"
+#include "ConfigExplanation.h"
+#include "ConfigReport.h"
+#include "Files.h"
+#include "UserText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace {
+
+/** What the subcommands of config share and have of their own. */
+struct Options {
+    std::optional<std::string> config;
+    std::string format = "text";
+    bool isStrict = false;
+    std::string environment;
+    std::string table;
+
+    bool IsJson() const { return format == "json"; }
+};
+
+void Check(const Options& iOptions, ExitStatus& oStatus) {
+    using Severity = ConfigFinding::Severity;
+    const ExaminedConfig examined(iOptions.config);
+    WriteOutput(iOptions.IsJson() ? FindingsAsJson(examined) : FindingsAsText(examined));
+    const bool isWrong =
+        std::any_of(examined.findings.begin(), examined.findings.end(), [&iOptions](const ConfigFinding& iFinding) {
+            return iFinding.severity == Severity::kError ||
+                   (iOptions.isStrict && iFinding.severity == Severity::kWarning);
+        });
+    oStatus = isWrong ? kWrongInput : kDone;
+}
+
+void Show(const Options& iOptions) {
+    const ExaminedConfig examined(iOptions.config);
+    WriteOutput(iOptions.IsJson() ? ConfigAsJson(examined) : ConfigAsText(examined));
+}
+
+void Explain(const Options& iOptions) {
+    const ExaminedConfig examined(iOptions.config);
+    const ConfigExplanation explanation(examined.config, FromUser(iOptions.environment), FromUser(iOptions.table));
+    WriteOutput(iOptions.IsJson() ? ExplanationAsJson(examined, explanation)
+                                  : ExplanationAsText(examined, explanation));
+}
+
+void AddFormat(CLI::App& ioCommand, Options& oOptions) {
+    ioCommand.add_option("--format", oOptions.format, "text, or json for programs")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->type_name("FORMAT");
+}
+
+void AddConfig(CLI::App& ioCommand, Options& oOptions) {
+    ioCommand
+        .add_option("--config", oOptions.config,
+                    "The property file, or the folder with the file QorWflActionManager in it;\n"
+                    "- for the standard input; without it, that file is looked for along BexMsgCatalogPath")
+        ->type_name("FILE_OR_DIR");
+}
+
+void AddCheck(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions, ExitStatus& oStatus) {
+    CLI::App* command = ioConfig.add_subcommand("check", "Look for what is wrong in a property file");
+    command
+        ->add_option("FILE", iOptions->config,
+                     "The property file, or the folder with the file QorWflActionManager in it;\n"
+                     "- for the standard input; without it, that file is looked for along BexMsgCatalogPath")
+        ->type_name("");
+    AddFormat(*command, *iOptions);
+    command->add_flag("--strict", iOptions->isStrict, "Exit status 1 for warnings too");
+    command->footer(
+        "Prints a line for each finding: file, line, severity, what there is, and a code that stays the same.\n"
+        "Exit status 1 when one of them is an error.\n"
+        "\n"
+        "Example:\n"
+        "  qorwfl config check examples/QorWflActionManager");
+    command->callback([iOptions, &oStatus] { Check(*iOptions, oStatus); });
+}
+
+void AddShow(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions) {
+    CLI::App* command = ioConfig.add_subcommand("show", "Show a property file as the library sees it");
+    AddConfig(*command, *iOptions);
+    AddFormat(*command, *iOptions);
+    command->footer(
+        "Example:\n"
+        "  qorwfl config show --config examples/QorWflActionManager");
+    command->callback([iOptions] { Show(*iOptions); });
+}
+
+void AddExplain(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions) {
+    CLI::App* command = ioConfig.add_subcommand("explain", "Tell how the type of an object is found");
+    command->add_option("--environment", iOptions->environment, "The environment of the object")
+        ->required()
+        ->type_name("ENVIRONMENT");
+    command->add_option("--table", iOptions->table, "The table of the object")->required()->type_name("TABLE");
+    AddConfig(*command, *iOptions);
+    AddFormat(*command, *iOptions);
+    command->footer(
+        "Example:\n"
+        "  qorwfl config explain --environment PROD --table DOC_STD --config examples/QorWflActionManager");
+    command->callback([iOptions] { Explain(*iOptions); });
+}
+
+}  // namespace
+
+void AddConfigCommand(CLI::App& ioApp, ExitStatus& oStatus) {
+    CLI::App* command = ioApp.add_subcommand("config", "Check, show or explain a property file");
+    const auto options = std::make_shared<Options>();
+    AddCheck(*command, options, oStatus);
+    AddShow(*command, options);
+    AddExplain(*command, options);
+    command->require_subcommand(1);
+    command->footer(
+        "'qorwfl config COMMAND --help' tells more about a command.\n"
+        "\n"
+        "Example:\n"
+        "  qorwfl config check examples/QorWflActionManager");
+}
