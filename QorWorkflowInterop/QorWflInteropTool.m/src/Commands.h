@@ -19,5 +19,6 @@ void AddConvertCommand(CLI::App& ioApp, ExitStatus& oStatus);
 void AddDiffCommand(CLI::App& ioApp, ExitStatus& oStatus);
 void AddGraphCommand(CLI::App& ioApp, ExitStatus& oStatus);
 void AddConfigCommand(CLI::App& ioApp, ExitStatus& oStatus);
+void AddUrlCommand(CLI::App& ioApp, ExitStatus& oStatus);
 
 #endif

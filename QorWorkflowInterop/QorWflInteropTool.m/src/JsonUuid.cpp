@@ -1,5 +1,7 @@
 #include "JsonUuid.h"
 
+#include "UrlText.h"
+
 #include <QorWflUrlUtil.h>
 #include <QorWflUuidLayout.h>
 
@@ -64,15 +66,6 @@ std::string ReadFields(const JsonPlace& iPlace) {
     return block;
 }
 
-/** A text as the library's URL decoding has it. */
-std::string Decoded(std::string iText) {
-    for (std::size_t i = iText.find('&'); i != std::string::npos; i = iText.find('&', i)) {
-        iText.replace(i, 1, "%26");
-    }
-    const BexUnicodeString value = QorWflUrlUtil::GetUrlParm(BexUnicodeString::FromNarrow("?x=" + iText), "x");
-    return std::string(value.ConvertToChar(), static_cast<std::size_t>(value.GetLengthInChar()));
-}
-
 /** The digits of both identifiers in a long instance URL that the library has parsed. */
 std::string LongUrlDigits(const std::string& iUrl) {
     // behind prefix and environment: DbName#Kienv#Kitab#XCoid#XCompid.
@@ -86,7 +79,9 @@ std::string LongUrlDigits(const std::string& iUrl) {
 std::string ShortUrlDigits(const std::string& iUrl, const JsonPlace& iPlace) {
     // behind the prefix: DbName/Kienv.Kitab/XCoidXCompid
     const std::size_t start = kShortPrefix.size();
-    const std::string body = Decoded(iUrl.substr(start, iUrl.find('?', start) - start));
+    const BexUnicodeString decoded =
+        DecodeUrlText(BexUnicodeString::FromNarrow(iUrl.substr(start, iUrl.find('?', start) - start)));
+    const std::string body(decoded.NarrowView());
     const std::size_t kienv = body.find('/') + 1;
     const std::size_t kitab = body.find('.', kienv) + 1;
     const std::size_t digits = body.find('/', kitab) + 1;

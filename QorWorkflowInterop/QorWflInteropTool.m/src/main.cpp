@@ -29,6 +29,7 @@ public:
         AddDiffCommand(app, status);
         AddGraphCommand(app, status);
         AddConfigCommand(app, status);
+        AddUrlCommand(app, status);
     }
 
     /** Reads the arguments and does what they ask for. */
