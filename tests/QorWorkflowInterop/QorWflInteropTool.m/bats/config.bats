@@ -1,0 +1,155 @@
+#!/usr/bin/env bats
+# qorwfl config: options, exit statuses, messages.
+
+# shellcheck disable=SC2154 # $stderr and $output, which run assigns
+bats_require_minimum_version 1.5.0
+load shell.bash
+
+@test "a subcommand is needed, and has to be one" {
+    qorwfl config
+    assert_usage "subcommand"
+    qorwfl config chek
+    assert_usage "chek"
+}
+
+@test "each subcommand has a help with an example of it" {
+    local name
+    for name in check show explain; do
+        qorwfl config "$name" --help
+        assert_status 0
+        assert_contains "$output" "Usage: qorwfl config $name"
+        assert_contains "$output" "Example:"
+        assert_contains "$output" "  qorwfl config $name "
+        assert_stderr ""
+    done
+}
+
+@test "the examples of the help do what they say" {
+    cd "$EXAMPLES/.."
+    qorwfl config check examples/QorWflActionManager
+    assert_status 0
+    assert_output ""
+    qorwfl config show --config examples/QorWflActionManager
+    assert_status 0
+    assert_contains "$output" "  priority 4         \"Immediate\"    line 23"
+    qorwfl config explain --environment PROD --table DOC_STD --config examples/QorWflActionManager
+    assert_status 0
+    assert_contains "$output" "Type: VERANT_QORStandard"
+}
+
+@test "wrong options are wrong usage" {
+    qorwfl config check --format xml
+    assert_usage "--format"
+    qorwfl config check --config file
+    assert_usage "--config"
+    qorwfl config check one two
+    assert_usage "two"
+    qorwfl config show file
+    assert_usage "file"
+    qorwfl config explain --table T
+    assert_usage "--environment"
+    qorwfl config explain --environment E
+    assert_usage "--table"
+}
+
+@test "a file that is not there is told" {
+    local name
+    qorwfl config check missing
+    assert_status 1
+    assert_output ""
+    assert_stderr "qorwfl: missing: the property file cannot be read: No such file or directory"
+    for name in show "explain --environment E --table T"; do
+        # shellcheck disable=SC2086
+        qorwfl config $name --config missing
+        assert_status 1
+        assert_output ""
+        assert_contains "$stderr" "missing: the property file cannot be read"
+    done
+}
+
+@test "an error gives status 1, a warning only with --strict" {
+    printf 'actionObjects.X = DOC*.A\n' >error
+    printf 'hello\n' >warning
+    qorwfl config check error
+    assert_status 1
+    assert_contains "$output" "error:1: error: "
+    assert_stderr ""
+    qorwfl config check warning
+    assert_status 0
+    assert_contains "$output" "warning:1: warning: "
+    qorwfl config check warning --strict
+    assert_status 1
+}
+
+@test "standard input is taken, a folder too" {
+    run --separate-stderr "$QORWFL" config check - <<<'hello'
+    assert_contains "$output" "standard input:1: warning: "
+    run --separate-stderr "$QORWFL" config show --config - <<<'actionType = Own'
+    assert_contains "$output" 'Property file: standard input'
+    assert_contains "$output" 'action type        "Own"           line 1'
+    mkdir folder
+    printf 'actionType = Folder\n' >folder/QorWflActionManager
+    qorwfl config show --config folder
+    assert_contains "$output" 'Property file: folder/QorWflActionManager'
+}
+
+@test "the path is followed, and each entry told" {
+    mkdir -p one two/QorWflActionManager
+    printf 'actionType = Own\n' >one/QorWflActionManager
+    BexMsgCatalogPath=none:two:one: qorwfl config show
+    assert_status 0
+    assert_contains "$output" 'Looked for along BexMsgCatalogPath, which is "none:two:one:"'
+    assert_contains "$output" "none/QorWflActionManager  passed over: there is no such file"
+    assert_contains "$output" "two/QorWflActionManager   passed over: it is a folder"
+    assert_contains "$output" "one/QorWflActionManager   taken"
+    assert_contains "$output" "./QorWflActionManager     passed over: a file was found before"
+}
+
+@test "a file that cannot be opened counts as empty, and that is an error" {
+    ((EUID != 0)) || skip "the superuser opens every file"
+    printf 'actionType = Own\n' >QorWflActionManager
+    chmod 0 QorWflActionManager
+    qorwfl config check
+    assert_status 1
+    assert_contains "$output" "cannot be opened"
+}
+
+@test "an object without a type is an answer, not an error" {
+    qorwfl config explain --environment E --table PART_LIST
+    assert_status 0
+    assert_contains "$output" "Kind: Part"
+    assert_contains "$output" "Type: none"
+    qorwfl config explain --environment E --table OTHER
+    assert_contains "$output" "Kind: none"
+}
+
+@test "every format is given, the same each time" {
+    local name format first
+    for name in check show "explain --environment E --table DOC"; do
+        for format in text json; do
+            # shellcheck disable=SC2086
+            qorwfl config $name --format $format
+            first=$output
+            # shellcheck disable=SC2086
+            qorwfl config $name --format $format
+            assert_output "$first"
+            [[ $format == text ]] || python3 -m json.tool <<<"$output" >/dev/null
+        done
+    done
+}
+
+@test "control characters do not reach the terminal" {
+    printf 'actionType = \033[31mred\r\nno\033thing\n' >QorWflActionManager
+    on_terminal "'$QORWFL' config show; '$QORWFL' config check; '$QORWFL' config explain --environment \$'\\033' --table T"
+    refute_contains "$output" $'\033'
+    assert_contains "$output" '\x1B[31mred\x0D'
+    qorwfl config check $'no\033where'
+    assert_status 1
+    refute_contains "$stderr" $'\033'
+}
+
+@test "an output that cannot be written is told" {
+    run --separate-stderr bash -c "'$QORWFL' config show >/dev/full"
+    assert_status 1
+    assert_stderr "qorwfl: standard output: cannot be written: No space left on device"
+}
