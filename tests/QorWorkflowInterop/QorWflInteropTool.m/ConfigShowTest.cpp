@@ -209,7 +209,7 @@ TEST(ConfigShow, EveryEntryOfThePathIsToldWithWhyItWasPassedOver) {
     std::filesystem::create_directories(root.Path() / "folder" / kFileName);
     root.Write(std::string("one/") + kFileName, "");
     root.Write("file", "");
-    const std::string path = base + "/none:" + base + "/folder:" + base + "/file:" + base + "/one:";
+    const std::string path = base + "/none:" + base + "/folder:" + base + "/file:" + base + "/one::" + base + "/one";
     const ToolResult result = RunTool({"config", "show"}, {.environment = {{"BexMsgCatalogPath", path}}});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr("Property file: " + base + "/one/QorWflActionManager\n"));
@@ -221,7 +221,7 @@ TEST(ConfigShow, EveryEntryOfThePathIsToldWithWhyItWasPassedOver) {
         EXPECT_EQ(candidate["taken"], candidate["reason"] == "");
     }
     EXPECT_THAT(reasons, ElementsAre("there is no such file", "it is a folder", "Not a directory", "",
-                                     "a file was found before"));
+                                     "a file was found before", "a file was found before"));
 }
 
 TEST(ConfigShow, SettingOfSeveralLinesHasFirstAndLast) {

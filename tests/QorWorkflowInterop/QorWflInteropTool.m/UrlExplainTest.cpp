@@ -88,6 +88,8 @@ void ExpectAgreement(const std::string& iUrl, const json& iExplained) {
             whole += piece["text"].get<std::string>();
         }
         EXPECT_EQ(whole, iUrl);
+        const bool isReadToItsEnd = reading["pieces"].empty() || reading["pieces"].back()["piece"] != "rest";
+        EXPECT_TRUE(isReadToItsEnd || !reading["accepted"].get<bool>()) << reading;
     }
     for (const json& parameter : iExplained["parameters"]) {
         if (parameter["read"].get<bool>()) {
@@ -194,6 +196,7 @@ TEST(UrlExplain, AgreesWithTheLibraryOnEveryPlaceOfALongUrl) {
         for (const char* text : {"", "#", "+", ".", "/", "?", "%2F", "x"}) {
             urls.push_back(kLong.substr(0, at) + text + kLong.substr(at + 1));
         }
+        urls.push_back(kLong.substr(0, at) + "?" + kLong.substr(at + 1) + "?context=a");
         urls.push_back(kLong.substr(0, at + 1));
     }
     ExpectAgreement(urls);
