@@ -10,15 +10,6 @@ install(TARGETS BexFramework QorWflInteropUtil EXPORT QorWflInteropTargets
         FILE_SET HEADERS DESTINATION ${headerDir} COMPONENT development)
 if(TARGET qorwfl)
   install(TARGETS qorwfl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
-  set(toolDir ${PROJECT_SOURCE_DIR}/QorWorkflowInterop/QorWflInteropTool.m)
-  install(DIRECTORY ${toolDir}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool FILES_MATCHING PATTERN *.1)
-  install(DIRECTORY ${toolDir}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man5 COMPONENT tool FILES_MATCHING PATTERN *.5)
-  install(FILES ${toolDir}/completions/qorwfl.bash RENAME qorwfl
-          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
-  install(FILES ${toolDir}/completions/_qorwfl
-          DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT tool)
-  install(FILES ${toolDir}/completions/qorwfl.fish
-          DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
 endif()
 install(EXPORT QorWflInteropTargets NAMESPACE QorWflInterop:: DESTINATION ${packageDir} COMPONENT development)
 
