@@ -23,6 +23,7 @@ public:
         app.footer(
             "Exit status: 0 done, 1 an input is wrong or the output cannot be written, 2 wrong usage.\n"
             "'qorwfl COMMAND --help' tells more about a command.");
+        AddCheckCommand(app, status);
         AddExportCommand(app, status);
         AddImportCommand(app, status);
         AddConvertCommand(app, status);
