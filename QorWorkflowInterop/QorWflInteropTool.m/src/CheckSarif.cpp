@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <map>
 
 namespace {
 
@@ -49,55 +50,6 @@ Json RuleOf(const CodeInfo& iCode) {
             {"defaultConfiguration", {{"level", NameOf(iCode.severity)}}}};
 }
 
-Json RegionOf(const TextPlace& iPlace) {
-    return {{"startLine", iPlace.line}, {"startColumn", iPlace.column}};
-}
-
-/** Where something is: the file, the region in it, and the element. */
-Json LocationOf(std::size_t iFile, const FileReport& iReport, const TextPlace& iPlace, const std::string& iPath) {
-    Json physical = {{"artifactLocation", {{"uri", UriOf(iReport.path)}, {"index", iFile}}}};
-    if (iPlace.line != 0) {
-        physical["region"] = RegionOf(iPlace);
-    }
-    Json location = {{"physicalLocation", std::move(physical)}};
-    if (!iPath.empty()) {
-        location["logicalLocations"] = Json::array({{{"fullyQualifiedName", iPath}, {"kind", "element"}}});
-    }
-    return location;
-}
-
-Json ResultOf(std::size_t iFile, const FileReport& iReport, const Finding& iFinding) {
-    const CodeInfo& code = InfoOf(iFinding.code);
-    return {{"ruleId", code.id},
-            {"ruleIndex", static_cast<std::size_t>(code.code)},
-            {"level", NameOf(code.severity)},
-            {"message", {{"text", iFinding.message + ". Hint: " + iFinding.hint + '.'}}},
-            {"locations", Json::array({LocationOf(iFile, iReport, iFinding.place, iFinding.path)})}};
-}
-
-/** What is said about a file beside its findings: the verdict, and how many findings are left out. */
-void AddNotifications(std::size_t iFile, const FileReport& iReport, Json& ioNotifications) {
-    const auto add = [&](const std::string& iText) {
-        ioNotifications.push_back({{"level", "note"},
-                                   {"message", {{"text", iText}}},
-                                   {"locations", Json::array({LocationOf(iFile, iReport, {}, "")})}});
-    };
-    add(iReport.statement);
-    for (const CodeInfo& code : AllCodes()) {
-        if (const std::size_t left = iReport.findings.Left(code.code)) {
-            add(std::string(code.id) + ": and " + std::to_string(left) + " more: " + code.title);
-        }
-    }
-}
-
-Json ArtifactOf(const FileReport& iReport) {
-    Json artifact = {{"location", {{"uri", UriOf(iReport.path)}}}};
-    if (iReport.path == "-") {
-        artifact["description"] = {{"text", InputName(iReport.path)}};
-    }
-    return artifact;
-}
-
 Json Driver() {
     Json rules = Json::array();
     for (const CodeInfo& code : AllCodes()) {
@@ -106,29 +58,96 @@ Json Driver() {
     return {{"name", "qorwfl"}, {"version", QORWFL_VERSION}, {"rules", std::move(rules)}};
 }
 
-}  // namespace
+/** One run of the command over some files. */
+class Run {
+public:
+    void Add(const FileReport& iReport) {
+        file = UriOf(iReport.path);
+        const auto [known, isNew] = files.try_emplace(file, files.size());
+        fileIndex = known->second;
+        if (isNew) {  // a file that is named twice is one
+            artifacts.push_back(ArtifactOf(iReport));
+        }
+        for (const Finding& finding : iReport.findings.Kept()) {
+            results.push_back(ResultOf(finding));
+        }
+        isSuccessful = isSuccessful && iReport.verdict != Verdict::Unread;
+        AddNotifications(iReport);
+    }
 
-std::string CheckAsSarif(const std::vector<FileReport>& iReports) {
+    Json Whole() {
+        return {{"tool", {{"driver", Driver()}}},
+                {"columnKind", "unicodeCodePoints"},
+                {"invocations", Json::array({{{"executionSuccessful", isSuccessful},
+                                              {"toolExecutionNotifications", std::move(notifications)}}})},
+                {"artifacts", std::move(artifacts)},
+                {"results", std::move(results)}};
+    }
+
+private:
+    Json ArtifactOf(const FileReport& iReport) const {
+        Json artifact = {{"location", {{"uri", file}}}};
+        if (iReport.path == "-") {
+            artifact["description"] = {{"text", InputName(iReport.path)}};
+        }
+        return artifact;
+    }
+
+    /** Where something is: the file, the region in it, and the element. */
+    Json LocationOf(const TextPlace& iPlace, const std::string& iPath) const {
+        Json physical = {{"artifactLocation", {{"uri", file}, {"index", fileIndex}}}};
+        if (iPlace.line != 0) {
+            physical["region"] = {{"startLine", iPlace.line}, {"startColumn", iPlace.column}};
+        }
+        Json location = {{"physicalLocation", std::move(physical)}};
+        if (!iPath.empty()) {
+            location["logicalLocations"] = Json::array({{{"fullyQualifiedName", iPath}, {"kind", "element"}}});
+        }
+        return location;
+    }
+
+    Json ResultOf(const Finding& iFinding) const {
+        const CodeInfo& code = InfoOf(iFinding.code);
+        return {{"ruleId", code.id},
+                {"ruleIndex", static_cast<std::size_t>(code.code)},
+                {"level", NameOf(code.severity)},
+                {"message", {{"text", iFinding.message + ". Hint: " + iFinding.hint + '.'}}},
+                {"locations", Json::array({LocationOf(iFinding.place, iFinding.path)})}};
+    }
+
+    /** What is said about a file beside its findings: the verdict, and how many findings are left out. */
+    void AddNotifications(const FileReport& iReport) {
+        AddNotification(iReport.statement);
+        for (const CodeInfo& code : AllCodes()) {
+            if (const std::size_t left = iReport.findings.Left(code.code)) {
+                AddNotification(std::string(code.id) + ": and " + std::to_string(left) + " more: " + code.title);
+            }
+        }
+    }
+
+    void AddNotification(const std::string& iText) {
+        notifications.push_back(
+            {{"level", "note"}, {"message", {{"text", iText}}}, {"locations", Json::array({LocationOf({}, "")})}});
+    }
+
+    std::string file;  // the URI of the one that is being added
+    std::size_t fileIndex = 0;
+    std::map<std::string, std::size_t> files;  // indices of artifacts by URI
+    bool isSuccessful = true;
     Json artifacts = Json::array();
     Json results = Json::array();
     Json notifications = Json::array();
-    for (std::size_t file = 0; file < iReports.size(); ++file) {
-        const FileReport& report = iReports[file];
-        artifacts.push_back(ArtifactOf(report));
-        for (const Finding& finding : report.findings.Kept()) {
-            results.push_back(ResultOf(file, report, finding));
-        }
-        AddNotifications(file, report, notifications);
+};
+
+}  // namespace
+
+std::string CheckAsSarif(const std::vector<FileReport>& iReports) {
+    Run run;
+    for (const FileReport& report : iReports) {
+        run.Add(report);
     }
-    const Json run = {
-        {"tool", {{"driver", Driver()}}},
-        {"columnKind", "unicodeCodePoints"},
-        {"invocations",
-         Json::array({{{"executionSuccessful", true}, {"toolExecutionNotifications", std::move(notifications)}}})},
-        {"artifacts", std::move(artifacts)},
-        {"results", std::move(results)}};
     const Json sarif = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                         {"version", "2.1.0"},
-                        {"runs", Json::array({run})}};
+                        {"runs", Json::array({run.Whole()})}};
     return sarif.dump(2, ' ', true) + '\n';
 }
