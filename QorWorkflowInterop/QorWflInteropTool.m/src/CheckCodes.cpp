@@ -106,8 +106,8 @@ constexpr std::array kCodes = {
              "In the text form of a record a value is cut to 79 characters when it is read back. Keep such values out "
              "of that form."},
     CodeInfo{Code::RecordTextOutOfStep, "QW403", Severity::Warning, "value that brings the record text out of step",
-             "Behind the place where the text form cuts the value comes a line end, or more than its reader skips. "
-             "What follows gets into other fields when it is read back. Keep such values out of that form."},
+             "Behind the place where the text form cuts the value comes a line end, or as much as its reader skips. "
+             "What follows can get into other fields when it is read back. Keep such values out of that form."},
     CodeInfo{Code::WrittenAttributeBlanks, "QW404", Severity::Warning, "line end or tab for an attribute",
              "The value holds a line end or tab. Written to a document it stands in an attribute, where the next "
              "reader finds a blank. Use a blank."},

@@ -7,8 +7,7 @@ namespace {
 
 // The text form of a record, as its reader in the library takes it.
 constexpr std::size_t kLongestText = 79;
-constexpr std::size_t kLongestSkip = 9999;
-constexpr std::size_t kEndOfLine = 3;  // a quote, a semicolon, a line feed
+constexpr std::size_t kLongestSkip = 9999;  // after so many characters the rest of a line, its quote included, is left
 
 /** Calls @p iTake with each value that a field gets in the end. */
 template <typename Take>
@@ -56,7 +55,7 @@ void FindRecordTextOutOfStep(Inspection& ioInspection) {
     ForEachValue(ioInspection, [&ioInspection](const ReadValue& iValue) {
         const std::u16string_view rest = iValue.text.substr(CutOf(iValue.text));
         const bool hasLineEnd = HasAnyOf(rest, u"\n");
-        if (!InfoOf(iValue.field).isInRecordText || (!hasLineEnd && rest.size() + kEndOfLine <= kLongestSkip)) {
+        if (!InfoOf(iValue.field).isInRecordText || (!hasLineEnd && rest.size() < kLongestSkip)) {
             return;
         }
         ioInspection.Report(Code::RecordTextOutOfStep, iValue.place, iValue.element, [&] {

@@ -272,7 +272,7 @@ TEST(CheckFindings, WhatBecomesOfValuesBehindTheReadingIsTold) {
         {"QW402", "new owner", '|' + Repeated("x", 80), performer},
         {"QW403", "new owner", '|' + Repeated("x", 80) + "\ny", performer},
         {"QW403", "new owner", "|a\"b\nc", performer},
-        {"QW403", "new owner", '|' + Repeated("x", 79 + 9997), performer},
+        {"QW403", "new owner", '|' + Repeated("x", 79 + 9999), performer},
         {"QW404", "Value=\"new status\"", "|Value=\"new&#10;status\"", kEntries + "/ExtendedAttribute[4]"},
         {"QW404", "Id=\"t1\"", "|Id=\"&#9;\"", kFirstData + "/DataType/DeclaredType"},
         {"QW405", "new owner", "|a&#13;b", performer},
@@ -288,7 +288,7 @@ TEST(CheckFindings, WhatSurvivesTheRecordTextIsNoFinding) {
         const nlohmann::json report = CheckDocument(WithPart(XpdlReply(), "new owner", text));
         EXPECT_THAT(report["findings"], IsEmpty()) << report.dump(2);
     }
-    const nlohmann::json report = CheckDocument(WithPart(XpdlReply(), "new owner", Repeated("x", 79 + 9996)));
+    const nlohmann::json report = CheckDocument(WithPart(XpdlReply(), "new owner", Repeated("x", 79 + 9998)));
     EXPECT_THAT(CodesOf(report), ElementsAre("QW402"));
 }
 
