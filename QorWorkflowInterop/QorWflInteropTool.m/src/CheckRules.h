@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 
 /** What a finding says. */
@@ -25,23 +26,19 @@ public:
     const XpdlReading& reading;
     const PositionedDocument& document;
 
-    /** Reports something about an element. @p iExplain gives the Explanation, and is not asked when it is one too many.
+    /**
+     * Reports something about an element. @p iExplain gives the Explanation; neither it nor the path costs anything
+     * when the finding is one too many.
+     * @param iElement kNone for the document itself
+     * @param iMissing the name of an element below it that is not there, and that the finding is about
      */
     template <typename Explain>
-    void Report(Code iCode, TextPlace iPlace, std::size_t iElement, Explain iExplain) {
+    void Report(Code iCode, TextPlace iPlace, std::size_t iElement, Explain iExplain,
+                std::u16string_view iMissing = {}) {
         if (findings.Takes(iCode)) {
             Explanation explanation = iExplain();
-            findings.Add(
-                {iCode, iPlace, document.Path(iElement), std::move(explanation.message), std::move(explanation.hint)});
-        }
-    }
-    /** The same, with a path that is not the element's own. */
-    template <typename Explain>
-    void Report(Code iCode, TextPlace iPlace, std::string iPath, Explain iExplain) {
-        if (findings.Takes(iCode)) {
-            Explanation explanation = iExplain();
-            findings.Add(
-                {iCode, iPlace, std::move(iPath), std::move(explanation.message), std::move(explanation.hint)});
+            findings.Add({iCode, iPlace, document.Path(iElement, iMissing), std::move(explanation.message),
+                          std::move(explanation.hint)});
         }
     }
 

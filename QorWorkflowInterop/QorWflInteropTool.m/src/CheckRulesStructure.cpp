@@ -28,7 +28,7 @@ std::size_t FindNearly(const PositionedDocument& iDocument, std::size_t iParent,
 void FindDocumentType(Inspection& ioInspection) {
     const TextPlace place = ioInspection.document.DocumentType();
     if (place.line != 0) {
-        ioInspection.Report(Code::DocumentTypePassed, place, std::string(), [] {
+        ioInspection.Report(Code::DocumentTypePassed, place, kNone, [] {
             return Explanation{"the document type is read past; nothing that it names is loaded",
                                "make sure that the document does not count on default values"};
         });
@@ -48,25 +48,24 @@ void FindRootName(Inspection& ioInspection) {
 void FindMissingElements(Inspection& ioInspection) {
     const XpdlReading& reading = ioInspection.reading;
     for (const MissingElement& missing : reading.Missing()) {
+        const std::u16string_view name = missing.role->name;
         const bool isFirst = &missing == &reading.Missing().front();
-        const std::string path = reading.PathOf(missing);
-        const std::string name = SafeName(missing.role->name);
-        ioInspection.Report(
-            Code::RequiredMissing, ioInspection.document[missing.parent].place, path, [&reading, &name, isFirst] {
-                return Explanation{
-                    isFirst ? "required element " + name +
-                                  " is missing; the reading stops here, and these fields stay as they were: " +
-                                  Joined(reading.KeptFields())
-                            : "required element " + name + " is missing as well; the reading would stop here next",
-                    "add the element; it may be empty"};
-            });
-        const std::size_t nearly = FindNearly(ioInspection.document, missing.parent, missing.role->name);
+        const auto explain = [&reading, name, isFirst] {
+            const std::string subject = "required element " + SafeName(name) + " is missing";
+            return Explanation{isFirst ? subject + "; the reading stops here, and these fields stay as they were: " +
+                                             Joined(reading.KeptFields())
+                                       : subject + " as well; the reading would stop here next",
+                               "add the element; it may be empty"};
+        };
+        ioInspection.Report(Code::RequiredMissing, ioInspection.document[missing.parent].place, missing.parent, explain,
+                            name);
+        const std::size_t nearly = FindNearly(ioInspection.document, missing.parent, name);
         if (nearly != kNone) {
             const PositionedElement& element = ioInspection.document[nearly];
-            ioInspection.Report(Code::RequiredUnderOtherName, element.place, nearly, [&element, &name] {
-                return Explanation{
-                    SafeName(element.name) + " is not found as " + name + ": its name " + Difference(element.name),
-                    "write <" + name + ">, here and in all elements"};
+            ioInspection.Report(Code::RequiredUnderOtherName, element.place, nearly, [&element, name] {
+                return Explanation{SafeName(element.name) + " is not found as " + SafeName(name) + ": its name " +
+                                       Difference(element.name),
+                                   "write <" + SafeName(name) + ">, here and in all elements"};
             });
         }
     }

@@ -155,7 +155,7 @@ std::size_t PositionedDocument::FindChild(std::size_t iElement, std::u16string_v
     return child;
 }
 
-std::string PositionedDocument::Path(std::size_t iElement) const {
+std::string PositionedDocument::Path(std::size_t iElement, std::u16string_view iMissing) const {
     std::vector<std::size_t> way;
     for (std::size_t element = iElement; element != kNone; element = elements[element].parent) {
         way.push_back(element);
@@ -167,6 +167,9 @@ std::string PositionedDocument::Path(std::size_t iElement) const {
         if (!element.isAlone) {
             path += '[' + std::to_string(element.number) + ']';
         }
+    }
+    if (!iMissing.empty()) {
+        path += '/' + SafeName(iMissing);
     }
     return path;
 }

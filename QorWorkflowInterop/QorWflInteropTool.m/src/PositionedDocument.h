@@ -64,9 +64,10 @@ public:
     std::size_t FindChild(std::size_t iElement, std::u16string_view iName, std::size_t iBehind = kNone) const;
     /**
      * The path of an element as XPath has it: "/Package/Participants/Participant[2]", numbered where siblings have the
-     * same name.
+     * same name; empty for kNone.
+     * @param iMissing when not empty, the path is that of an element of this name below it, which is not there
      */
-    std::string Path(std::size_t iElement) const;
+    std::string Path(std::size_t iElement, std::u16string_view iMissing = {}) const;
 
 private:
     void TakeTree();

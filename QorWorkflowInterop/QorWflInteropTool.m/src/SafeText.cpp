@@ -2,6 +2,7 @@
 
 #include "Unicode.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -66,6 +67,9 @@ std::string SafeAndShort(std::u16string_view iText, std::size_t iLength) {
 }  // namespace
 
 std::string SafeText(std::string_view iUtf8) {
+    if (std::all_of(iUtf8.begin(), iUtf8.end(), [](char iByte) { return iByte >= ' ' && iByte <= '~'; })) {
+        return std::string(iUtf8);
+    }
     std::string safe;
     safe.reserve(iUtf8.size());
     while (!iUtf8.empty()) {

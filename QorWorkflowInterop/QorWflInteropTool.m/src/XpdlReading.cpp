@@ -1,7 +1,5 @@
 #include "XpdlReading.h"
 
-#include "SafeText.h"
-
 #include <XpdlNames.h>
 #include <algorithm>
 #include <array>
@@ -228,7 +226,7 @@ void XpdlReading::FindWinners(const Role& iRole, std::size_t iFirst) {
 }
 
 std::string XpdlReading::PathOf(const MissingElement& iMissing) const {
-    return document.Path(iMissing.parent) + '/' + SafeName(iMissing.role->name);
+    return document.Path(iMissing.parent, iMissing.role->name);
 }
 
 void XpdlReading::Apply(ActivityInfo& ioRecord) const {
