@@ -86,8 +86,9 @@ void FindMissingAttributes(Inspection& ioInspection) {
     for (const ReadValue& value : ioInspection.reading.Values()) {
         if (value.isMissing) {
             ioInspection.Report(Code::AttributeMissing, value.place, value.element, [&value, &ioInspection] {
-                return Explanation{"an attribute of " + SafeName(ioInspection.document[value.element].name) +
-                                       " is missing; the field " + InfoOf(value.field).name + " becomes empty",
+                return Explanation{"attribute " + SafeName(value.attributeName) + " of " +
+                                       SafeName(ioInspection.document[value.element].name) + " is missing; the field " +
+                                       InfoOf(value.field).name + " becomes empty",
                                    "add the attribute if the field has a value"};
             });
         }

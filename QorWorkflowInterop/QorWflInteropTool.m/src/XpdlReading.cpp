@@ -145,6 +145,7 @@ void XpdlReading::AddAttributeValue(Field iField, std::size_t iElement, std::u16
     ReadValue value{.field = iField, .item = iItem, .element = iElement, .place = document[iElement].place};
     value.isRead = !Stops();
     value.attribute = document.FindAttribute(iElement, iAttribute);
+    value.attributeName = iAttribute;
     value.isMissing = value.attribute == kNone;
     if (!value.isMissing) {
         const PositionedAttribute& attribute = document.Attribute(value.attribute);

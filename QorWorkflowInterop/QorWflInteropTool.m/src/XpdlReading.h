@@ -18,6 +18,7 @@ struct ReadValue {
     std::size_t item = 0;  ///< in which element of its list, from 0
     std::size_t element = kNone;
     std::size_t attribute = kNone;  ///< that holds it; kNone for a text
+    std::u16string_view attributeName = {};
     std::u16string_view text = {};
     TextPlace place;
     bool isRead = true;          ///< false behind the place where the reading stops

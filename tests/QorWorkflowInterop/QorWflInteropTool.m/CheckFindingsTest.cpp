@@ -246,6 +246,12 @@ TEST(CheckFindings, WhatBecomesOfValuesWhenTheyAreReadIsTold) {
     });
 }
 
+TEST(CheckFindings, MissingAttributeIsNamed) {
+    const nlohmann::json report = CheckDocument(WithPart(XpdlReply(), " Value=\"new extid\"", ""));
+    EXPECT_EQ(FindingOf(report, "QW307")["message"],
+              "attribute Value of ExtendedAttribute is missing; the field extid becomes empty");
+}
+
 TEST(CheckFindings, NumbersWithWhiteSpaceAroundThemAreRead) {
     const nlohmann::json report = CheckDocument(WithPart(XpdlReply(), "<Duration>44<", "<Duration>\n\t -44 \n<"));
     EXPECT_THAT(report["findings"], IsEmpty()) << report.dump(2);
