@@ -161,8 +161,9 @@ std::string PositionedDocument::Path(std::size_t iElement, std::u16string_view i
         way.push_back(element);
     }
     std::string path;
-    for (auto step = way.rbegin(); step != way.rend(); ++step) {
-        const PositionedElement& element = elements[*step];
+    std::reverse(way.begin(), way.end());
+    for (const std::size_t step : way) {
+        const PositionedElement& element = elements[step];
         path += '/' + SafeName(element.name);
         if (!element.isAlone) {
             path += '[' + std::to_string(element.number) + ']';

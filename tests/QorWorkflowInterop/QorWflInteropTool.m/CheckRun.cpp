@@ -28,7 +28,7 @@ nlohmann::json CheckDocuments(const std::vector<std::string>& iTexts) {
 
 nlohmann::json CheckDocument(const std::string& iText) {
     const nlohmann::json files = CheckFiles({"-"}, {.input = iText});
-    return files.empty() ? nlohmann::json::object() : files[0];
+    return files.empty() ? nlohmann::json{{"findings", nlohmann::json::array()}} : files[0];
 }
 
 std::vector<std::string> PlacesOf(const nlohmann::json& iReport, const std::string& iCode) {
