@@ -1,6 +1,8 @@
 #include "Failure.h"
 #include "FuzzTarget.h"
 #include "JsonAction.h"
+#include "JsonPlace.h"
+#include "JsonText.h"
 #include "PropertyCheck.h"
 #include "PropertyEntries.h"
 #include "ToolActionManager.h"
@@ -165,7 +167,8 @@ void CheckMessage(const std::string& iMessage, const std::string& iText) {
 /** The action that a text tells, or nothing. */
 std::optional<JsonAction> Read(const std::string& iText) {
     try {
-        return ReadJsonAction(iText, kFileName);
+        const json document = ParseJson(iText, kFileName);
+        return ReadJsonAction(JsonPlace(document, kFileName));
     } catch (const Failure& failure) {
         CheckMessage(failure.what(), iText);
         return std::nullopt;
