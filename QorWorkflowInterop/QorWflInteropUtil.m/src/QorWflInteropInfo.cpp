@@ -163,14 +163,28 @@ void WriteData(LineWriter& ioWriter, const DataInfo& iData) {
     ioWriter.Quoted(labelPrefix, "value=", iData.value);
 }
 
+/** Puts the label prefix back that stood before, also when memory ends in between. */
+class SavedPrefix {
+public:
+    SavedPrefix() : saved(labelPrefix) {}
+    ~SavedPrefix() { labelPrefix.swap(saved); }
+    SavedPrefix(const SavedPrefix&) = delete;  // puts it back once
+    SavedPrefix& operator=(const SavedPrefix&) = delete;
+
+    std::string With(std::string_view iMore) const { return saved + std::string(iMore); }
+
+private:
+    std::string saved;
+};
+
 void WriteProcess(LineWriter& ioWriter, const ProcessInfo& iProcess) {
+    const SavedPrefix before;
     ioWriter.Quoted(labelPrefix, "id=", iProcess.id);
     ioWriter.End();
     ioWriter.Quoted(labelPrefix, kNameLabel, iProcess.name);
     ioWriter.End();
     ioWriter.Quoted(labelPrefix, "context=", iProcess.context);
-    const std::string savedPrefix = labelPrefix;
-    const std::string listPrefix = savedPrefix + std::string(kDatasPrefix);
+    const std::string listPrefix = before.With(kDatasPrefix);
     labelPrefix = listPrefix;
     ioWriter.End();
     ioWriter.Number(labelPrefix, kLengthLabel, iProcess.dataNumber);
@@ -179,7 +193,6 @@ void WriteProcess(LineWriter& ioWriter, const ProcessInfo& iProcess) {
         ioWriter.End();
         WriteData(ioWriter, iProcess.datas[i]);
     }
-    labelPrefix = savedPrefix;
 }
 
 /** Writes the count line and the names of a list, leaving the prefix of its last line behind. */

@@ -319,4 +319,30 @@ TEST(RecordTextWriter, ExceptionOfTheBufferBecomesTheBadState) {
     EXPECT_TRUE(dataStream.bad());
 }
 
+/** Takes so many characters, then throws. */
+class FillingBuffer : public std::streambuf {
+public:
+    explicit FillingBuffer(std::size_t iRoom) : room(iRoom, ' ') { setp(room.data(), room.data() + room.size()); }
+
+protected:
+    int_type overflow(int_type) override { throw std::runtime_error("no room"); }
+
+private:
+    std::string room;
+};
+
+TEST(RecordTextWriter, ProcessPutsThePrefixBackWhereverAStreamThrows) {
+    ActivityInfo activity;
+    FillSample(activity);
+    LeavePrefixOfOutputs(4);
+    const std::string expected = ToText(activity.process);
+    for (std::size_t room = 0; room < expected.size(); ++room) {
+        FillingBuffer buffer(room);
+        std::ostream stream(&buffer);
+        stream.exceptions(std::ios_base::badbit);
+        EXPECT_THROW(stream << activity.process, std::ios_base::failure);
+        ASSERT_EQ(ToText(activity.process), expected) << room;
+    }
+}
+
 }  // namespace
