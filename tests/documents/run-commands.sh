@@ -15,7 +15,7 @@ cat >"$work/dev" <<EOF
 "$sources/dev" help | grep -q "^  \$1 " || { echo "./dev does not know \$1" >&2; exit 1; }
 for option; do
     case \$option in
-        --*) grep -qF -- "\"\$option\"" "$sources/dev" "$sources/bench/ratios.py" ||
+        --*) grep -qF -- "\"\$option\"" "$sources/dev" "$sources/bench/ratios.py" "$sources/fuzz/run.py" ||
             { echo "./dev \$1 does not know \$option" >&2; exit 1; } ;;
     esac
 done
