@@ -105,7 +105,6 @@ InputSource* BexXMLParser::CreateMemBufInputSource(const char* iBuffer, int iLen
     if (iBuffer == nullptr || iLength < 0 || Initialize() != 0) {
         return nullptr;
     }
-    return new (BexXmlMemory::Instance())
-        BexMemorySource(std::string_view(iBuffer, static_cast<std::size_t>(iLength)),
-                        DOMString(iSystemId == nullptr ? "" : iSystemId).rawBuffer());
+    return new (BexXmlMemory::Instance()) BexMemorySource(std::string_view(iBuffer, static_cast<std::size_t>(iLength)),
+                                                          DOMString(iSystemId == nullptr ? "" : iSystemId).rawBuffer());
 }
