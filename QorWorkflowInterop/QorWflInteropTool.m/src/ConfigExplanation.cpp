@@ -1,9 +1,9 @@
 #include "ConfigExplanation.h"
 
 #include "JsonDocument.h"
+#include "SafeText.h"
 #include "TextTable.h"
 #include "Unicode.h"
-#include "UserText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -103,7 +103,7 @@ ConfigExplanation::ConfigExplanation(const LoadedConfig& iConfig, const BexUnico
 }
 
 std::string ExplanationAsText(const ExaminedConfig& iConfig, const ConfigExplanation& iExplanation) {
-    const auto shown = [](const BexUnicodeString& iText) { return Printable(ToUtf8(iText)); };
+    const auto shown = [](const BexUnicodeString& iText) { return SafeText(ToUtf8(iText)); };
     std::string text = "Environment: " + shown(iExplanation.environment) + "\nTable: " + shown(iExplanation.table);
     text += "\nKind: " + (iExplanation.kind.IsEmpty() != 0
                               ? "none; only PART_LIST, KIRVA_MODEL, DOC... and FEAT... can be mapped"

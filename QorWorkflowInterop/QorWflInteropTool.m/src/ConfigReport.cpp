@@ -3,6 +3,7 @@
 #include "Configuration.h"
 #include "JsonDocument.h"
 #include "PropertyKeys.h"
+#include "SafeText.h"
 #include "TextTable.h"
 #include "Unicode.h"
 #include "UserText.h"
@@ -97,7 +98,7 @@ std::string SearchText(const LoadedConfig& iConfig) {
         table.Add({candidate.file, candidate.reason.empty() ? "taken" : "passed over: " + candidate.reason});
     }
     const std::string value = search.path ? "which is " + Quoted(*search.path) : "which is not set";
-    return "Looked for along BexMsgCatalogPath, " + Printable(value) + '\n' + table.Text();
+    return "Looked for along BexMsgCatalogPath, " + SafeText(value) + '\n' + table.Text();
 }
 
 std::string SettingsText(const ExaminedConfig& iConfig) {
@@ -149,11 +150,11 @@ std::string FindingsAsText(const ExaminedConfig& iConfig) {
     std::string text;
     for (const ConfigFinding& finding : iConfig.findings) {
         const std::string line = finding.line == 0 ? "" : ':' + std::to_string(finding.line);
-        text += Printable(NameOfFile(iConfig.config) + line + ": " + finding.SeverityName() + ": " + finding.message +
-                          " [" + finding.code + ']') +
+        text += SafeText(NameOfFile(iConfig.config) + line + ": " + finding.SeverityName() + ": " + finding.message +
+                         " [" + finding.code + ']') +
                 '\n';
         if (!finding.hint.empty()) {
-            text += "    " + Printable(finding.hint) + '\n';
+            text += "    " + SafeText(finding.hint) + '\n';
         }
     }
     return text;
@@ -173,7 +174,7 @@ std::string FindingsAsJson(const ExaminedConfig& iConfig) {
 
 std::string ConfigAsText(const ExaminedConfig& iConfig) {
     const std::string name = iConfig.config.FileName();
-    std::string text = "Property file: " + (name.empty() ? "none" : Printable(name)) + '\n';
+    std::string text = "Property file: " + (name.empty() ? "none" : SafeText(name)) + '\n';
     text += SearchText(iConfig.config) + SettingsText(iConfig) + WordsText(iConfig) + MappingsText(iConfig);
     return iConfig.findings.empty() ? text : text + "\nFindings\n" + FindingsAsText(iConfig);
 }

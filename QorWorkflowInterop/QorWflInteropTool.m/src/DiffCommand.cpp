@@ -4,6 +4,7 @@
 #include "Message.h"
 #include "RecordDiff.h"
 #include "RecordFormat.h"
+#include "SafeText.h"
 #include "Terminal.h"
 
 #include <CLI/CLI.hpp>
@@ -56,7 +57,7 @@ public:
 
 private:
     std::string Shown(const char* iColour, const std::string& iLine) const {
-        const std::string line = WithoutControls(iLine);
+        const std::string line = SafeText(iLine);
         return (isColoured ? iColour + line + "\x1B[0m" : line) + '\n';
     }
 

@@ -5,6 +5,7 @@
 #include "Files.h"
 #include "ReaderProbe.h"
 #include "SafeText.h"
+#include "Unicode.h"
 
 #include <BexXMLParser.h>
 #include <DOMParser.h>
@@ -61,7 +62,7 @@ void Refuse(const DOMParser& iParser, FileReport& oReport) {
         AddName(field, oReport.keptFields);
     }
     if (oReport.findings.Takes(code)) {
-        oReport.findings.Add({code, {iParser.getErrorLine(), iParser.getErrorColumn()}, "", SafeText(message), hint});
+        oReport.findings.Add({code, {iParser.getErrorLine(), iParser.getErrorColumn()}, "", SafeText(ToUtf8(message)), hint});
     }
 }
 

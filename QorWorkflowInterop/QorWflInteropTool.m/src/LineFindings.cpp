@@ -1,5 +1,6 @@
 #include "ConfigFindings.h"
 #include "PropertyKeys.h"
+#include "SafeText.h"
 #include "Unicode.h"
 #include "UserText.h"
 

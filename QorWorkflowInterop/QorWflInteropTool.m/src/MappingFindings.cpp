@@ -1,6 +1,7 @@
 #include "ConfigFindings.h"
 #include "NearestName.h"
 #include "PropertyKeys.h"
+#include "SafeText.h"
 #include "Unicode.h"
 #include "UserText.h"
 

@@ -1,13 +1,9 @@
 #include "Message.h"
 
-#include "UserText.h"
+#include "SafeText.h"
 
 #include <iostream>
 
-std::string WithoutControls(const std::string& iText) {
-    return Printable(iText);
-}
-
 void Report(const std::string& iMessage) {
-    std::cerr << "qorwfl: " + WithoutControls(iMessage) + '\n';
+    std::cerr << "qorwfl: " + SafeText(iMessage) + '\n';
 }

@@ -1,6 +1,6 @@
 #include "TextTable.h"
 
-#include "UserText.h"
+#include "SafeText.h"
 
 #include <algorithm>
 
@@ -19,7 +19,7 @@ std::size_t Width(const std::string& iText) {
 
 void TextTable::Add(const std::vector<std::string>& iCells) {
     std::vector<std::string>& row = rows.emplace_back();
-    std::transform(iCells.begin(), iCells.end(), std::back_inserter(row), &Printable);
+    std::transform(iCells.begin(), iCells.end(), std::back_inserter(row), &SafeText);
 }
 
 std::string TextTable::Text() const {

@@ -110,12 +110,12 @@ std::string WhyNotInDocument(char32_t iCode) {
     return "";
 }
 
-std::string Shortened(const std::string& iText, std::size_t iLength) {
+std::string Shortened(std::string_view iText, std::size_t iLength) {
     std::size_t end = iLength;
     while (end < iText.size() && (static_cast<unsigned char>(iText[end]) & 0xC0U) == 0x80U) {
         ++end;
     }
-    return end < iText.size() ? iText.substr(0, end) + "..." : iText;
+    return std::string(iText.substr(0, end)) + (end < iText.size() ? "..." : "");
 }
 
 char32_t TakeCharacter(std::string_view& ioText) {

@@ -26,7 +26,7 @@ bool IsUtf8(std::string_view iText);
 std::string WhyNotInDocument(char32_t iCode);
 
 /** @return UTF-8 text at a length that can be read: cut between two characters, with "..." behind it, when longer. */
-std::string Shortened(const std::string& iText, std::size_t iLength);
+std::string Shortened(std::string_view iText, std::size_t iLength);
 
 /**
  * Takes the next character off UTF-8 text that is known to be well-formed.

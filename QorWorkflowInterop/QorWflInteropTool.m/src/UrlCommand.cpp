@@ -2,6 +2,7 @@
 #include "Failure.h"
 #include "Files.h"
 #include "Message.h"
+#include "SafeText.h"
 #include "Unicode.h"
 #include "UrlReport.h"
 #include "UserText.h"
@@ -56,7 +57,7 @@ std::vector<std::string> LinesOf(const std::vector<std::string>& iWords) {
 }
 
 bool HasControls(const std::string& iText) {
-    return Printable(iText) != iText;
+    return SafeText(iText) != iText;
 }
 
 /** A URL as a line of output. A control character in it would make it something else. */

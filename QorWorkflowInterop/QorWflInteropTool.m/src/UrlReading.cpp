@@ -1,8 +1,8 @@
 #include "UrlReading.h"
 
+#include "SafeText.h"
 #include "Unicode.h"
 #include "UrlText.h"
-#include "UserText.h"
 
 #include <QorWflUuidLayout.h>
 

@@ -1,6 +1,7 @@
 #include "UrlReport.h"
 
 #include "JsonDocument.h"
+#include "SafeText.h"
 #include "TextTable.h"
 #include "Unicode.h"
 #include "UrlText.h"
@@ -55,11 +56,11 @@ std::string PiecesText(const UrlExplanation& iUrl, const UrlReading& iReading) {
 
 /** Names the URL that the library writes for what it has read. */
 std::string WrittenText(const BexUnicodeString& iWritten) {
-    return "  written by the library as " + Printable(ToUtf8(iWritten)) + '\n';
+    return "  written by the library as " + SafeText(ToUtf8(iWritten)) + '\n';
 }
 
 std::string VerdictText(const char* iWhat, const UrlReading& iReading) {
-    return std::string("  no ") + iWhat + ": " + Printable(iReading.reason) + " (at " + std::to_string(iReading.at) +
+    return std::string("  no ") + iWhat + ": " + SafeText(iReading.reason) + " (at " + std::to_string(iReading.at) +
            ") [" + iReading.code + "]\n";
 }
 
@@ -67,8 +68,7 @@ std::string ActionText(const UrlExplanation& iUrl) {
     if (!iUrl.action.isAccepted) {
         return VerdictText("action", iUrl.action);
     }
-    return "  action " + Printable(Quoted(ToUtf8(iUrl.actionId))) + '\n' +
-           WrittenText(QorWflUrlUtil::ActionUrl(iUrl.actionId));
+    return "  action " + Quoted(ToUtf8(iUrl.actionId)) + '\n' + WrittenText(QorWflUrlUtil::ActionUrl(iUrl.actionId));
 }
 
 std::string InstanceText(const UrlExplanation& iUrl) {
@@ -76,13 +76,13 @@ std::string InstanceText(const UrlExplanation& iUrl) {
         return VerdictText("object instance", iUrl.instance);
     }
     const auto text = [&iUrl](const char* iName, Field iField) {
-        return std::string(iName) + ' ' + Printable(Quoted(TextField(iUrl.uuid, iField)));
+        return std::string(iName) + ' ' + Quoted(TextField(iUrl.uuid, iField));
     };
     std::string verdict = "  object instance of " + text("database", kDbName) + ", " + text("environment", kKienv) +
                           ", " + text("table", kKitab) + ", identifiers " + HexField(iUrl.uuid, kXCoid) + " and " +
                           HexField(iUrl.uuid, kXCompid) + '\n';
     if (iUrl.context.IsEmpty() == 0) {
-        verdict += "  in the context " + Printable(Quoted(ToUtf8(iUrl.context))) + '\n';
+        verdict += "  in the context " + Quoted(ToUtf8(iUrl.context)) + '\n';
     }
     return verdict + WrittenText(QorWflUrlUtil::InstanceUrl(iUrl.uuid.data()));
 }
@@ -100,7 +100,7 @@ std::string ParametersText(const UrlExplanation& iUrl) {
 std::string ReadingText(const UrlExplanation& iUrl, const UrlReading& iReading, const std::string& iTitle) {
     std::string text = iTitle + '\n' + PiecesText(iUrl, iReading);
     for (const std::string& remark : iReading.remarks) {
-        text += "  note: " + Printable(remark) + '\n';
+        text += "  note: " + SafeText(remark) + '\n';
     }
     return text;
 }
@@ -164,7 +164,7 @@ Json UrlJson(const UrlExplanation& iUrl) {
 }  // namespace
 
 std::string UrlAsText(const UrlExplanation& iUrl) {
-    std::string text = Printable(ToUtf8(iUrl.url)) + '\n';
+    std::string text = SafeText(ToUtf8(iUrl.url)) + '\n';
     text += ActionText(iUrl) + InstanceText(iUrl);
     const bool showsAction = iUrl.action.isAccepted || (!iUrl.IsAccepted() && iUrl.LooksLikeAction());
     const bool showsInstance = iUrl.instance.isAccepted || (!iUrl.IsAccepted() && !iUrl.LooksLikeAction());

@@ -22,13 +22,4 @@ BexUnicodeString FromUserForUrl(std::string_view iText, const std::string& iWhat
 /** @return ISO-8859-1 bytes as UTF-8. */
 std::string Latin1ToUtf8(std::string_view iBytes);
 
-/**
- * @return the text with every control character, and every byte that is no UTF-8, as \xNN: it can go to a terminal and
- *         takes one line there.
- */
-std::string Printable(std::string_view iText);
-
-/** @return the text between quotes, at a length that can be read; for messages. */
-std::string Quoted(std::string_view iText);
-
 #endif

@@ -3,6 +3,7 @@
 #include "JsonPlace.h"
 #include "JsonText.h"
 #include "JsonUuid.h"
+#include "SafeText.h"
 #include "Unicode.h"
 #include "UserText.h"
 

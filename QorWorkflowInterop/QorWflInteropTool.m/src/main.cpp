@@ -1,6 +1,7 @@
 #include "Commands.h"
 #include "Files.h"
 #include "Message.h"
+#include "SafeText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -54,7 +55,7 @@ private:
         WriteOutput("");
         std::istringstream lines(message.str());  // which can hold arguments, hence whatever somebody called a file
         for (std::string line; std::getline(lines, line);) {
-            std::cerr << WithoutControls(line) + '\n';
+            std::cerr << SafeText(line) + '\n';
         }
         return asked ? kDone : kWrongUsage;
     }

@@ -201,13 +201,13 @@ TEST(CheckFindings, RepeatedExtendedAttributeTellsWhichOneWins) {
                                                    again + "      <ExtendedAttribute Name=\"generation\""));
     EXPECT_THAT(PlacesOf(report, "QW207"), ElementsAre("34:7 " + kEntries + "/ExtendedAttribute[4]"));
     EXPECT_THAT(FindingOf(report, "QW207")["message"],
-                HasSubstr("'new status' of status is not used; the extended attribute in line 36, with 'later', wins"));
+                HasSubstr("\"new status\" of status is not used; the extended attribute in line 36, with \"later\", wins"));
     report = CheckDocument(WithPart(XpdlReply(), "<ExtendedAttribute Name=\"externId\" Value=\"x1\"/>",
                                     "<ExtendedAttribute Name=\"externId\" Value=\"x1\"/>\n"
                                     "<ExtendedAttribute Name=\"externId\" Value=\"y\"/>"));
     EXPECT_THAT(PlacesOf(report, "QW207"),
                 ElementsAre("15:1 " + kFirstData + "/ExtendedAttributes/ExtendedAttribute[2]"));
-    EXPECT_THAT(FindingOf(report, "QW207")["message"], HasSubstr("in line 14, with 'x1', wins"));
+    EXPECT_THAT(FindingOf(report, "QW207")["message"], HasSubstr("in line 14, with \"x1\", wins"));
 }
 
 TEST(CheckFindings, OfSeveralGenerationsTheLastNumberWins) {
@@ -215,7 +215,7 @@ TEST(CheckFindings, OfSeveralGenerationsTheLastNumberWins) {
                                                          "Value=\"33\"/>\n"
                                                          "<ExtendedAttribute Name=\"generation\" Value=\"none\"/>"));
     EXPECT_THAT(PlacesOf(report, "QW303"), ElementsAre("37:38 " + kEntries + "/ExtendedAttribute[7]"));
-    EXPECT_THAT(FindingOf(report, "QW207")["message"], HasSubstr("in line 36, with '33', wins"));
+    EXPECT_THAT(FindingOf(report, "QW207")["message"], HasSubstr("in line 36, with \"33\", wins"));
 }
 
 TEST(CheckFindings, WhatBecomesOfValuesWhenTheyAreReadIsTold) {
@@ -341,7 +341,7 @@ TEST(CheckFindings, ControlCharactersOfTheDocumentAreShownAndNotSent) {
                                       "Value=\"\xC2\x9B"
                                       "31m&#x202E;&#x7F;\"");
     const ToolResult result = RunTool({"check", "-"}, {.input = WithPart(text, "ISO-8859-1", "UTF-8")});
-    EXPECT_THAT(result.out, HasSubstr("'\\u{009B}31m\\u{202E}\\x7F' is no number"));
+    EXPECT_THAT(result.out, HasSubstr("\"\\u{009B}31m\\u{202E}\\x7F\" is no number"));
     for (const char c : result.out) {
         EXPECT_TRUE(c == '\n' || (c >= ' ' && c <= '~')) << static_cast<int>(c);
     }

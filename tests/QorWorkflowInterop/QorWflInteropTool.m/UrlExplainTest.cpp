@@ -259,6 +259,6 @@ TEST(UrlExplain, CharactersBeyondLatinOneAreCountedAsOne) {
     EXPECT_EQ(explained[0]["action"]["pieces"][1]["length"], 2);
     EXPECT_EQ(explained[0]["action"]["id"], "\xE2\x82\xAC\xC3\xBC");
     const ToolResult result = RunTool({"url", "explain", "qor://ACTION/a%1B%9B\x9B"});
-    EXPECT_THAT(result.out, HasSubstr("  action \"a\\x1B\\x9B\\x9B\"\n"));
-    EXPECT_THAT(result.out, StartsWith("qor://ACTION/a%1B%9B\\x9B\n"));
+    EXPECT_THAT(result.out, HasSubstr("  action \"a\\x1B\\u{009B}\\u{009B}\"\n"));
+    EXPECT_THAT(result.out, StartsWith("qor://ACTION/a%1B%9B\\u{009B}\n"));
 }

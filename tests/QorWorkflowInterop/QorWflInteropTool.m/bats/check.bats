@@ -41,7 +41,7 @@ END
     qorwfl check note.xpdl warning.xpdl
     assert_status 0
     assert_contains "$output" "note.xpdl:7:40: note QW201: element Limit is ignored"
-    assert_contains "$output" "warning.xpdl:7:50: warning QW303: 'five' is no number that fits"
+    assert_contains "$output" "warning.xpdl:7:50: warning QW303: \"five\" is no number that fits"
     qorwfl check error.xpdl
     assert_status 1
     assert_contains "$output" "error.xpdl:2:1: error QW101: required element Vendor is missing"
@@ -138,7 +138,7 @@ END
     sed 's/<Duration>5/<Duration>\&#x9b;31m\&#x85;x/' whole.xpdl >$'bell\a.xpdl'
     on_terminal "$QORWFL check --format text bell*.xpdl"
     assert_contains "$output" 'bell\x07.xpdl:7:50:'
-    assert_contains "$output" "'\\u{009B}31m\\u{0085}x' is no number"
+    assert_contains "$output" '"\u{009B}31m\u{0085}x" is no number'
     refute_contains "$output" $'\a'
     refute_contains "$output" $'\xc2\x9b'
 }

@@ -35,7 +35,7 @@ load shell.bash
 @test "what arguments and names of files hold has no effect on a terminal" {
     qorwfl import $'a\e[1m\x9b\xc2\x9b\xc3\xbc\xff'
     assert_status 1
-    assert_stderr 'qorwfl: a\x1B[1m\x9B\xC2\x9Bü\xFF: cannot be read: No such file or directory'
+    assert_stderr 'qorwfl: a\x1B[1m\x9B\u{009B}ü\xFF: cannot be read: No such file or directory'
     qorwfl $'exports\e[1m'
     assert_usage 'exports\x1B[1m'
 }

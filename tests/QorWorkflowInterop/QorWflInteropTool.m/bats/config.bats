@@ -147,7 +147,7 @@ load shell.bash
     assert_status 1
     refute_contains "$stderr" $'\033'
     qorwfl config check $'no\x9bwhere\xc2\x9b'
-    assert_stderr 'qorwfl: no\x9Bwhere\x9B: the property file cannot be read: No such file or directory'
+    assert_stderr 'qorwfl: no\x9Bwhere\u{009B}: the property file cannot be read: No such file or directory'
 }
 
 @test "an output that cannot be written is told" {

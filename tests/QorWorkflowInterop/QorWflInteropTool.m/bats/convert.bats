@@ -98,7 +98,7 @@ END
     sed 's/^inputs.length=.*/inputs.length=7;/' good.txt >count.txt
     qorwfl convert --from text --to json count.txt
     assert_status 1
-    assert_contains "$stderr" "qorwfl: count.txt:16: expected "
+    assert_stderr 'qorwfl: count.txt:17: expected inputs.1.name=", found outputs.length=0;'
     { cat good.txt && echo more; } >more.txt
     qorwfl convert --from text --to json more.txt
     assert_stderr 'qorwfl: more.txt:18: expected the end of the record, found more'

@@ -196,6 +196,6 @@ or JSON, which begins with {; found something else"
     record b.json '"id": "ü€"'
     qorwfl diff a.json b.json
     assert_output 'id
-  - "\x1B[31m\xC2\x9B1m"
+  - "\x1B[31m\u{009B}1m"
   + "ü€"'
 }

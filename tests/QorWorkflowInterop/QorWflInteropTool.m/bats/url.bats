@@ -134,7 +134,7 @@ long='LumenUID://Legacy+QOR1/ENV1/VERANT++#ENV1++++#PART_LIST+++++++++#000000000
     refute_contains "$output" $'\033'
     refute_contains "$output" $'\x9b'
     assert_contains "$output" 'action "\x1B[31m"'
-    assert_contains "$output" 'action "\x1B\x9B"'
+    assert_contains "$output" 'action "\x1B\u{009B}"'
     on_terminal "'$QORWFL' url parm \$'x\\033' a b; '$QORWFL' url instance \$'\\033'"
     refute_contains "$output" $'\033'
     assert_contains "$output" "a control character in it"
