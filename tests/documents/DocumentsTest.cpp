@@ -156,6 +156,9 @@ TEST(Documents, PropertiesAreReadAsThePageSays) {
                                                   {"dataName.missing", "NOT THERE"}}}};
     std::map<std::string, Entries> read;
     for (const CodeBlock& block : CodeBlocksIn("properties")) {
+        if (block.document == "docs/config-codes.md") {
+            continue;  // the tests ConfigCodes have each found by "qorwfl config check", with the code of its section
+        }
         const TemporaryDirectory folder;
         const std::string path = folder.Write("properties", block.Text());
         QorWflPropertyFile properties;

@@ -141,15 +141,3 @@ std::span<const CodeInfo> AllCodes() {
 const CodeInfo& InfoOf(Code iCode) {
     return kCodes[static_cast<std::size_t>(iCode)];
 }
-
-const char* NameOf(Severity iSeverity) {
-    switch (iSeverity) {
-        case Severity::Error:
-            return "error";
-        case Severity::Warning:
-            return "warning";
-        case Severity::Note:
-            break;
-    }
-    return "note";
-}

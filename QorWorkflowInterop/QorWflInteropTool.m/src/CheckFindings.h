@@ -1,14 +1,13 @@
 #ifndef CheckFindings_H
 #define CheckFindings_H
 
+#include "Severity.h"
+
 #include <array>
 #include <cstddef>
 #include <span>
 #include <string>
 #include <vector>
-
-/** How bad a finding is. */
-enum class Severity { Error, Warning, Note };
 
 /** Everything that can be found in a document. The numbers that users know them by are in CodeInfo. */
 enum class Code {
@@ -64,8 +63,6 @@ struct CodeInfo {
 /** All codes, in the order of their numbers, which is the order of the enumeration. */
 std::span<const CodeInfo> AllCodes();
 const CodeInfo& InfoOf(Code iCode);
-/** "error", "warning" or "note". */
-const char* NameOf(Severity iSeverity);
 
 /** A place in a text; line and column count from 1, line ends of every kind alike. Line 0: no place is known. */
 struct TextPlace {

@@ -1,60 +1,19 @@
 #include "CheckOutput.h"
 #include "Files.h"
+#include "FindingText.h"
 #include "SafeText.h"
 
 namespace {
 
-/** Puts colours around words, or leaves them as they are. */
-class Painter {
-public:
-    explicit Painter(bool iColours) : colours(iColours) {}
-
-    std::string Bold(const std::string& iText) const { return Painted("\033[1m", iText); }
-    std::string Of(Severity iSeverity, const std::string& iText) const {
-        switch (iSeverity) {
-            case Severity::Error:
-                return Painted("\033[1;31m", iText);
-            case Severity::Warning:
-                return Painted("\033[1;35m", iText);
-            case Severity::Note:
-                break;
-        }
-        return Painted("\033[1;36m", iText);
-    }
-
-private:
-    std::string Painted(const char* iStart, const std::string& iText) const {
-        return colours ? iStart + iText + "\033[0m" : iText;
-    }
-
-    bool colours;
-};
-
 std::string Place(const std::string& iFile, const TextPlace& iPlace) {
-    if (iPlace.line == 0) {
-        return iFile + ": ";
-    }
-    return iFile + ':' + std::to_string(iPlace.line) + ':' + std::to_string(iPlace.column) + ": ";
-}
-
-std::string Label(const Painter& iPainter, const CodeInfo& iCode) {
-    return iPainter.Of(iCode.severity, std::string(NameOf(iCode.severity)) + ' ' + iCode.id) + ": ";
-}
-
-void AddFinding(const Painter& iPainter, const std::string& iFile, const Finding& iFinding, std::string& ioText) {
-    ioText += Place(iFile, iFinding.place) + Label(iPainter, InfoOf(iFinding.code)) + iFinding.message + '\n';
-    if (!iFinding.path.empty()) {
-        ioText += "    at: " + iFinding.path + '\n';
-    }
-    ioText += "    hint: " + iFinding.hint + '\n';
+    return iPlace.line == 0 ? iFile : iFile + ':' + std::to_string(iPlace.line) + ':' + std::to_string(iPlace.column);
 }
 
 /** A line for each code of which not all findings are shown. */
-void AddLeft(const Painter& iPainter, const std::string& iFile, const FindingList& iFindings, std::string& ioText) {
+void AddLeft(const FindingText& iText, const std::string& iFile, const FindingList& iFindings, std::string& ioText) {
     for (const CodeInfo& code : AllCodes()) {
         if (const std::size_t left = iFindings.Left(code.code)) {
-            ioText +=
-                iFile + ": " + Label(iPainter, code) + "and " + std::to_string(left) + " more: " + code.title + '\n';
+            ioText += iText.Line(iFile, code.severity, "and " + std::to_string(left) + " more: " + code.title, code.id);
         }
     }
 }
@@ -74,15 +33,17 @@ std::string Counts(const FindingList& iFindings) {
 }  // namespace
 
 std::string CheckAsText(const std::vector<FileReport>& iReports, bool iColours) {
-    const Painter painter(iColours);
+    const FindingText lines(iColours);
     std::string text;
     for (const FileReport& report : iReports) {
         const std::string file = SafeText(InputName(report.path));
         for (const Finding& finding : report.findings.Kept()) {
-            AddFinding(painter, file, finding, text);
+            const CodeInfo& code = InfoOf(finding.code);
+            text += lines.Line(Place(file, finding.place), code.severity, finding.message, code.id);
+            text += FindingText::Detail("at", finding.path) + FindingText::Detail("hint", finding.hint);
         }
-        AddLeft(painter, file, report.findings, text);
-        text += painter.Bold(file + ": " + report.statement) + " (" + Counts(report.findings) + ")\n";
+        AddLeft(lines, file, report.findings, text);
+        text += lines.Bold(file + ": " + report.statement) + " (" + Counts(report.findings) + ")\n";
     }
     return text;
 }

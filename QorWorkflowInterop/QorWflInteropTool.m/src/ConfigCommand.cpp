@@ -2,14 +2,15 @@
 #include "ConfigExplanation.h"
 #include "ConfigReport.h"
 #include "Files.h"
+#include "Terminal.h"
 #include "UserText.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -25,20 +26,16 @@ struct Options {
 };
 
 void Check(const Options& iOptions, ExitStatus& oStatus) {
-    using Severity = ConfigFinding::Severity;
     const ExaminedConfig examined(iOptions.config);
-    WriteOutput(iOptions.IsJson() ? FindingsAsJson(examined) : FindingsAsText(examined));
+    WriteOutput(iOptions.IsJson() ? FindingsAsJson(examined) : FindingsAsText(examined, MayDecorate(STDOUT_FILENO)));
     const bool isWrong =
-        std::any_of(examined.findings.begin(), examined.findings.end(), [&iOptions](const ConfigFinding& iFinding) {
-            return iFinding.severity == Severity::kError ||
-                   (iOptions.isStrict && iFinding.severity == Severity::kWarning);
-        });
+        examined.Count(Severity::Error) > 0 || (iOptions.isStrict && examined.Count(Severity::Warning) > 0);
     oStatus = isWrong ? kWrongInput : kDone;
 }
 
 void Show(const Options& iOptions) {
     const ExaminedConfig examined(iOptions.config);
-    WriteOutput(iOptions.IsJson() ? ConfigAsJson(examined) : ConfigAsText(examined));
+    WriteOutput(iOptions.IsJson() ? ConfigAsJson(examined) : ConfigAsText(examined, MayDecorate(STDOUT_FILENO)));
 }
 
 void Explain(const Options& iOptions) {
@@ -70,10 +67,10 @@ void AddCheck(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions, Exit
                      "- for the standard input; without it, that file is looked for along BexMsgCatalogPath")
         ->type_name("");
     AddFormat(*command, *iOptions);
-    command->add_flag("--strict", iOptions->isStrict, "Exit status 1 for warnings too");
+    command->add_flag("--strict", iOptions->isStrict, "Let warnings fail as errors do");
     command->footer(
-        "Prints a line for each finding: file, line, severity, what there is, and a code that stays the same.\n"
-        "Exit status 1 when one of them is an error.\n"
+        "Each finding has a code, QC101 and the like; docs/config-codes.md tells what they mean and what to do.\n"
+        "Exit status: 0 no errors, 1 errors, or with --strict warnings, 2 wrong usage.\n"
         "\n"
         "Example:\n"
         "  qorwfl config check examples/QorWflActionManager");

@@ -2,20 +2,14 @@
 
 #include <algorithm>
 
-using Severity = ConfigFinding::Severity;
-
-const char* ConfigFinding::SeverityName() const {
-    return severity == Severity::kError ? "error" : severity == Severity::kWarning ? "warning" : "note";
-}
-
 std::vector<ConfigFinding> FindInConfig(const PropertyText& iFile, const LoadedConfig& iConfig) {
     std::vector<ConfigFinding> findings;
     if (iConfig.FileName().empty()) {
-        findings.push_back({Severity::kWarning, "no-file", 0, "no property file is found; the built-in values stand",
+        findings.push_back({ConfigCode::NoFile, 0, "no property file is found; the built-in values stand",
                             "set BexMsgCatalogPath to the folder with the file"});
     }
     if (!iConfig.WhyNotOpened().empty()) {
-        findings.push_back({Severity::kError, "not-opened", 0,
+        findings.push_back({ConfigCode::NotOpened, 0,
                             "the file is found but cannot be opened (" + iConfig.WhyNotOpened() +
                                 "); the library takes it as an empty one"});
     }

@@ -1,6 +1,7 @@
 #ifndef ConfigFindings_H
 #define ConfigFindings_H
 
+#include "ConfigCodes.h"
 #include "LoadedConfig.h"
 #include "PropertyText.h"
 
@@ -10,21 +11,10 @@
 
 /** Something in a property file that its author wants to know. All text is UTF-8. */
 struct ConfigFinding {
-    /** How bad it is. */
-    enum class Severity {
-        kError,    ///< what the file says has no effect, or not the one that it must have been written for
-        kWarning,  ///< it has an effect that may surprise
-        kNote      ///< worth knowing
-    };
-
-    /** @return "error", "warning" or "note". */
-    const char* SeverityName() const;
-
-    Severity severity;
-    std::string code;       ///< stable, for programs and for those who search the documents
-    std::size_t line;       ///< the first line of what it is about; 0 for the file as a whole
-    std::string message;    ///< what there is
-    std::string hint = "";  ///< what to do about it, empty when that is plain
+    ConfigCode code;
+    std::size_t line;     ///< the first line of what it is about; 0 for the file as a whole
+    std::string message;  ///< what there is
+    std::string hint{};   ///< what to do about it, empty when that is plain
 };
 
 /**

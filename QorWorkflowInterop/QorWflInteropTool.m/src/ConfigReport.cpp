@@ -1,6 +1,7 @@
 #include "ConfigReport.h"
 
 #include "Configuration.h"
+#include "FindingText.h"
 #include "JsonDocument.h"
 #include "PropertyKeys.h"
 #include "SafeText.h"
@@ -15,7 +16,6 @@
 namespace {
 
 using Json = nlohmann::ordered_json;
-using Severity = ConfigFinding::Severity;
 
 /** How messages call the file, also when there is none. */
 std::string NameOfFile(const LoadedConfig& iConfig) {
@@ -25,8 +25,10 @@ std::string NameOfFile(const LoadedConfig& iConfig) {
 Json FindingsOf(const ExaminedConfig& iConfig) {
     Json list = Json::array();
     for (const ConfigFinding& finding : iConfig.findings) {
-        list.push_back({{"severity", finding.SeverityName()},
-                        {"code", finding.code},
+        const ConfigCodeInfo& code = InfoOf(finding.code);
+        list.push_back({{"code", code.id},
+                        {"severity", NameOf(code.severity)},
+                        {"title", code.title},
                         {"line", finding.line == 0 ? Json() : Json(finding.line)},
                         {"message", finding.message},
                         {"hint", finding.hint}});
@@ -59,8 +61,9 @@ std::vector<std::string> CodesOf(const ExaminedConfig& iConfig, const PropertyLi
     auto finding = std::lower_bound(iConfig.findings.begin(), iConfig.findings.end(), iLine.first,
                                     [](const ConfigFinding& iOne, std::size_t iNumber) { return iOne.line < iNumber; });
     for (; finding != iConfig.findings.end() && finding->line <= iLine.Last(); ++finding) {
-        if (std::find(codes.begin(), codes.end(), finding->code) == codes.end()) {
-            codes.push_back(finding->code);
+        const char* code = InfoOf(finding->code).id;
+        if (std::find(codes.begin(), codes.end(), code) == codes.end()) {
+            codes.emplace_back(code);
         }
     }
     return codes;
@@ -146,37 +149,38 @@ std::string MappingsText(const ExaminedConfig& iConfig) {
 ExaminedConfig::ExaminedConfig(const std::optional<std::string>& iConfig)
     : config(iConfig), file(config.Content()), findings(FindInConfig(file, config)) {}
 
-std::string FindingsAsText(const ExaminedConfig& iConfig) {
+std::size_t ExaminedConfig::Count(Severity iSeverity) const {
+    return static_cast<std::size_t>(std::count_if(
+        findings.begin(), findings.end(),
+        [iSeverity](const ConfigFinding& iFinding) { return InfoOf(iFinding.code).severity == iSeverity; }));
+}
+
+std::string FindingsAsText(const ExaminedConfig& iConfig, bool iColours) {
+    const FindingText lines(iColours);
+    const std::string file = SafeText(NameOfFile(iConfig.config));
     std::string text;
     for (const ConfigFinding& finding : iConfig.findings) {
-        const std::string line = finding.line == 0 ? "" : ':' + std::to_string(finding.line);
-        text += SafeText(NameOfFile(iConfig.config) + line + ": " + finding.SeverityName() + ": " + finding.message +
-                         " [" + finding.code + ']') +
-                '\n';
-        if (!finding.hint.empty()) {
-            text += "    " + SafeText(finding.hint) + '\n';
-        }
+        const ConfigCodeInfo& code = InfoOf(finding.code);
+        const std::string place = finding.line == 0 ? file : file + ':' + std::to_string(finding.line);
+        text += lines.Line(place, code.severity, SafeText(finding.message), code.id);
+        text += FindingText::Detail("hint", SafeText(finding.hint));
     }
     return text;
 }
 
 std::string FindingsAsJson(const ExaminedConfig& iConfig) {
-    const auto count = [&iConfig](Severity iSeverity) {
-        return std::count_if(iConfig.findings.begin(), iConfig.findings.end(),
-                             [iSeverity](const ConfigFinding& iFinding) { return iFinding.severity == iSeverity; });
-    };
     return JsonDocument({{"file", FileOf(iConfig.config)},
-                         {"errors", count(Severity::kError)},
-                         {"warnings", count(Severity::kWarning)},
-                         {"notes", count(Severity::kNote)},
+                         {"errors", iConfig.Count(Severity::Error)},
+                         {"warnings", iConfig.Count(Severity::Warning)},
+                         {"notes", iConfig.Count(Severity::Note)},
                          {"findings", FindingsOf(iConfig)}});
 }
 
-std::string ConfigAsText(const ExaminedConfig& iConfig) {
+std::string ConfigAsText(const ExaminedConfig& iConfig, bool iColours) {
     const std::string name = iConfig.config.FileName();
     std::string text = "Property file: " + (name.empty() ? "none" : SafeText(name)) + '\n';
     text += SearchText(iConfig.config) + SettingsText(iConfig) + WordsText(iConfig) + MappingsText(iConfig);
-    return iConfig.findings.empty() ? text : text + "\nFindings\n" + FindingsAsText(iConfig);
+    return iConfig.findings.empty() ? text : text + "\nFindings\n" + FindingsAsText(iConfig, iColours);
 }
 
 std::string ConfigAsJson(const ExaminedConfig& iConfig) {

@@ -62,7 +62,8 @@ void Refuse(const DOMParser& iParser, FileReport& oReport) {
         AddName(field, oReport.keptFields);
     }
     if (oReport.findings.Takes(code)) {
-        oReport.findings.Add({code, {iParser.getErrorLine(), iParser.getErrorColumn()}, "", SafeText(ToUtf8(message)), hint});
+        oReport.findings.Add(
+            {code, {iParser.getErrorLine(), iParser.getErrorColumn()}, "", SafeText(ToUtf8(message)), hint});
     }
 }
 

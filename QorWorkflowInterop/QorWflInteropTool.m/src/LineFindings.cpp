@@ -9,7 +9,6 @@
 
 namespace {
 
-using Severity = ConfigFinding::Severity;
 using Kind = PropertyLine::Kind;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -34,14 +33,13 @@ public:
     }
 
 private:
-    void Add(Severity iSeverity, const char* iCode, const std::string& iMessage, const std::string& iHint = "",
-             std::size_t iPart = 0) {
-        findings.push_back({iSeverity, iCode, line.first + iPart, iMessage, iHint});
+    void Add(ConfigCode iCode, const std::string& iMessage, const std::string& iHint = "", std::size_t iPart = 0) {
+        findings.push_back({iCode, line.first + iPart, iMessage, iHint});
     }
 
     void CheckByteOrderMark() {
         if (line.first == 1 && line.text.starts_with(kByteOrderMark)) {
-            Add(line.kind == Kind::kSetting ? Severity::kError : Severity::kWarning, "byte-order-mark",
+            Add(line.kind == Kind::kSetting ? ConfigCode::ByteOrderMarkInKey : ConfigCode::ByteOrderMark,
                 "the file begins with a byte order mark, which is part of its first line",
                 "save the file without it, as ISO-8859-1");
         }
@@ -49,14 +47,14 @@ private:
 
     void CheckJoining() {
         if (line.isOpen) {
-            Add(Severity::kWarning, "open-continuation", "the file ends with a backslash, which joins nothing", "",
+            Add(ConfigCode::OpenContinuation, "the file ends with a backslash, which joins nothing", "",
                 line.parts.size() - 1);
         }
         for (std::size_t i = 0; i < line.parts.size() && line.kind != Kind::kComment; ++i) {
             const std::string_view part = line.parts[i];
             const std::size_t last = part.find_last_not_of(" \t\r");
             if (last != std::string_view::npos && part[last] == '\\' && last + 1 < part.size()) {
-                Add(Severity::kWarning, "no-continuation",
+                Add(ConfigCode::NoContinuation,
                     "a blank, tab or carriage return stands behind the backslash, so the next line is not joined", "",
                     i);
             }
@@ -77,7 +75,7 @@ private:
         if (text.compare(slash, 2, "//") != 0) {
             const std::string key = KeyOfPart(text.substr(slash + 1));
             if (!key.empty()) {
-                Add(Severity::kWarning, "accidental-comment",
+                Add(ConfigCode::AccidentalComment,
                     "the line begins with a slash, which makes it a comment; " + Quoted(Latin1ToUtf8(key)) +
                         " is not set",
                     "take the slash away, or begin a comment with two");
@@ -85,7 +83,7 @@ private:
         }
         for (std::size_t i = 1; i < line.parts.size(); ++i) {
             if (const std::string key = KeyOfPart(line.parts[i]); !key.empty()) {
-                Add(Severity::kWarning, "swallowed-setting",
+                Add(ConfigCode::SwallowedSetting,
                     "the comment before it ends in a backslash, so this line belongs to it; " +
                         Quoted(Latin1ToUtf8(key)) + " is not set",
                     "take the backslash away", i);
@@ -104,20 +102,20 @@ private:
         if (line.text[start] == '/') {
             hint = "only blanks may stand in front of the slash of a comment, no tab";
         }
-        Add(Severity::kWarning, "no-setting",
+        Add(ConfigCode::NoSetting,
             isEqualsFirst ? "the line begins with \"=\", so it is ignored" : "the line has no \"=\", so it is ignored",
             hint);
     }
 
     void CheckKey() {
         if (line.key.find_first_of("\t\r") != std::string::npos) {
-            Add(Severity::kError, "tab-in-key",
+            Add(ConfigCode::TabInKey,
                 "the key " + Quoted(Latin1ToUtf8(line.key)) + " holds a tab or a carriage return, which is part of it",
                 "only blanks are taken out of keys");
         }
         for (std::size_t i = 1; i < line.parts.size(); ++i) {
             if (const std::string key = KeyOfPart(line.parts[i]); IsKnownKey(key)) {
-                Add(Severity::kWarning, "joined-setting",
+                Add(ConfigCode::JoinedSetting,
                     "the line before it ends in a backslash, so this line is part of that value; " +
                         Quoted(Latin1ToUtf8(key)) + " is not set",
                     "take the backslash away", i);
@@ -128,17 +126,17 @@ private:
     void CheckValue() {
         const std::string& value = line.value;
         if (value.find('\r') != std::string::npos) {
-            Add(Severity::kError, "carriage-return",
+            Add(ConfigCode::CarriageReturn,
                 "the value " + Quoted(Latin1ToUtf8(value)) + " holds a carriage return, which is part of it",
                 "save the file with line feeds alone as line ends");
         }
         if (!value.empty() && (value.front() == '\t' || value.back() == '\t')) {
-            Add(Severity::kWarning, "tab-around-value",
+            Add(ConfigCode::TabAroundValue,
                 "the value " + Quoted(Latin1ToUtf8(value)) + " begins or ends with a tab, which is part of it",
                 "only blanks around a value are taken off");
         }
         if (IsHalfQuoted(value)) {
-            Add(Severity::kWarning, "unpaired-quote",
+            Add(ConfigCode::UnpairedQuote,
                 "the value " + Quoted(Latin1ToUtf8(value)) + " has a quote at one end alone, which is part of it");
         }
     }
@@ -157,11 +155,11 @@ private:
             return (code < 0x20 && iCharacter != '\t' && iCharacter != '\r') || code == 0x7F;
         });
         if (hasControl) {
-            Add(Severity::kWarning, "control-character",
+            Add(ConfigCode::ControlCharacter,
                 "the setting " + Quoted(Latin1ToUtf8(line.key)) + " holds a control character, which is part of it");
         }
         if (IsManyByteText(line.text) && !line.text.starts_with(kByteOrderMark)) {
-            Add(Severity::kWarning, "utf-8",
+            Add(ConfigCode::Utf8,
                 "the line looks like UTF-8; the library reads ISO-8859-1, so the value is " +
                     Quoted(Latin1ToUtf8(line.value)),
                 "save the file as ISO-8859-1");

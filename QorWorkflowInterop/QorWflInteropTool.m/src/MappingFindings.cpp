@@ -12,7 +12,6 @@
 
 namespace {
 
-using Severity = ConfigFinding::Severity;
 constexpr const char* kAny = "*";
 
 /** What a mapping's key and value lack; only for one of which the library makes none. */
@@ -46,7 +45,7 @@ void CheckUsable(const PropertyLine& iLine, std::vector<ConfigFinding>& ioFindin
     if (!MappingOf(BexUnicodeString::FromNarrow(iLine.key), BexUnicodeString::FromNarrow(iLine.value))) {
         const Fault fault = FaultOf(iLine.key, iLine.value);
         ioFindings.push_back(
-            {Severity::kError, "unusable-mapping", iLine.first, fault.message + "; there is no mapping", fault.hint});
+            {ConfigCode::UnusableMapping, iLine.first, fault.message + "; there is no mapping", fault.hint});
     }
 }
 
@@ -62,30 +61,31 @@ public:
         CheckStar("environment", mapping.environment);
         CheckStar("table", mapping.table);
         if (mapping.attribute.IsEmpty() != 0) {
-            Add("no-attribute", "there is nothing behind the dot of the value, so the type has no name attribute",
+            Add(ConfigCode::NoAttribute,
+                "there is nothing behind the dot of the value, so the type has no name attribute",
                 "expected TABLE.ATTRIBUTE");
         }
     }
 
 private:
-    void Add(const char* iCode, const std::string& iMessage, const std::string& iHint = "") {
-        findings.push_back({Severity::kWarning, iCode, line.first, iMessage, iHint});
+    void Add(ConfigCode iCode, const std::string& iMessage, const std::string& iHint = "") {
+        findings.push_back({iCode, line.first, iMessage, iHint});
     }
 
     /** A name that no object can have, because its field in a UUID cannot hold it. */
     void CheckWidth(const char* iWhat, const BexUnicodeString& iName, QorWflUuidLayout::Field iField) {
         const std::string name = std::string(iWhat) + ' ' + Quoted(ToUtf8(iName));
         if (iName.GetLengthInChar() > iField.width) {
-            Add("never-asked", "no object has the " + name + ", which is longer than the " +
-                                   std::to_string(iField.width) + " characters of an object's " + iWhat);
+            Add(ConfigCode::NeverAsked, "no object has the " + name + ", which is longer than the " +
+                                            std::to_string(iField.width) + " characters of an object's " + iWhat);
         } else if (iName.NarrowView().ends_with(' ')) {
-            Add("never-asked", "no object has the " + name + ", which ends in a blank");
+            Add(ConfigCode::NeverAsked, "no object has the " + name + ", which ends in a blank");
         }
     }
 
     void CheckStar(const char* iWhat, const BexUnicodeString& iName) {
         if (iName != kAny && iName.SearchSubString(kAny) >= 0) {
-            Add("literal-star",
+            Add(ConfigCode::LiteralStar,
                 std::string("the star in the ") + iWhat + ' ' + Quoted(ToUtf8(iName)) +
                     " stands for itself, not for any text",
                 iWhat == std::string_view("table") ? "any table is DOC* or FEAT*" : "any environment is a star alone");
@@ -123,7 +123,7 @@ void CheckShadows(const std::vector<ObjectMapping>& iMappings, const PropertyTex
         const BexUnicodeString firstKey = iConfig.Properties().GetKey(first->second->property);
         const PropertyLine* line = iFile.LineOf(std::string(key.NarrowView()));
         const PropertyLine* firstLine = iFile.LineOf(std::string(firstKey.NarrowView()));
-        ioFindings.push_back({Severity::kWarning, "shadowed-mapping", LineOfEither(line, firstLine),
+        ioFindings.push_back({ConfigCode::ShadowedMapping, LineOfEither(line, firstLine),
                               "the mapping " + Quoted(ToUtf8(key)) + " is never taken, because " +
                                   Quoted(ToUtf8(firstKey)) + " (" + PlaceOf(iFile, firstKey) +
                                   ") is for the same objects",
@@ -154,7 +154,7 @@ void CheckLostAttributes(const std::vector<ObjectMapping>& iMappings, const Prop
             found->second->attribute.IsEmpty() == 0) {
             const BexUnicodeString key = iConfig.Properties().GetKey(special.property);
             const BexUnicodeString generalKey = iConfig.Properties().GetKey(found->second->property);
-            ioFindings.push_back({Severity::kWarning, "lost-attribute",
+            ioFindings.push_back({ConfigCode::LostAttribute,
                                   LineOfEither(iFile.LineOf(std::string(key.NarrowView())),
                                                iFile.LineOf(std::string(generalKey.NarrowView()))),
                                   "in the environment " + Quoted(ToUtf8(special.environment)) + " objects of " +

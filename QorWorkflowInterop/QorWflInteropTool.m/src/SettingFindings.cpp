@@ -9,7 +9,6 @@
 
 namespace {
 
-using Severity = ConfigFinding::Severity;
 using Kind = PropertyLine::Kind;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -19,7 +18,7 @@ void CheckKnown(const PropertyLine& iLine, std::vector<ConfigFinding>& ioFinding
     const std::string& key = iLine.key;
     if (key.empty()) {
         ioFindings.push_back(
-            {Severity::kWarning, "empty-key", iLine.first,
+            {ConfigCode::EmptyKey, iLine.first,
              "there are only blanks in front of \"=\"; that sets the empty key, which nobody asks for"});
         return;
     }
@@ -30,12 +29,11 @@ void CheckKnown(const PropertyLine& iLine, std::vector<ConfigFinding>& ioFinding
     const std::string nearest = NearestKey(key);
     const std::string message = "the library does not ask for the key " + Quoted(Latin1ToUtf8(key));
     if (key.find_first_of("#;!") == 0) {
-        ioFindings.push_back(
-            {Severity::kWarning, "unknown-key", iLine.first, message, "a comment begins with a slash"});
+        ioFindings.push_back({ConfigCode::UnknownKey, iLine.first, message, "a comment begins with a slash"});
     } else if (nearest.empty()) {
-        ioFindings.push_back({Severity::kNote, "unknown-key", iLine.first, message, "it may be one of the host's own"});
+        ioFindings.push_back({ConfigCode::ForeignKey, iLine.first, message, "it may be one of the host's own"});
     } else {
-        ioFindings.push_back({Severity::kWarning, "unknown-key", iLine.first, message,
+        ioFindings.push_back({ConfigCode::UnknownKey, iLine.first, message,
                               "did you mean " + Quoted(Latin1ToUtf8(nearest)) + "? Upper and lower case differ"});
     }
 }
@@ -44,7 +42,7 @@ void CheckKnown(const PropertyLine& iLine, std::vector<ConfigFinding>& ioFinding
 void CheckTwice(const PropertyText& iFile, const PropertyLine& iLine, std::vector<ConfigFinding>& ioFindings) {
     const PropertyLine* last = iFile.LineOf(iLine.key);
     if (last != &iLine) {
-        ioFindings.push_back({Severity::kWarning, "set-twice", iLine.first,
+        ioFindings.push_back({ConfigCode::SetTwice, iLine.first,
                               "the key " + Quoted(Latin1ToUtf8(iLine.key)) + " is set again in line " +
                                   std::to_string(last->first) + ", and that value counts",
                               "take one of the two lines out"});
@@ -55,7 +53,7 @@ void CheckEmpty(const PropertyText& iFile, const PropertyLine& iLine, std::vecto
     const bool counts = iFile.LineOf(iLine.key) == &iLine;
     if (counts && iLine.value.empty() && IsKnownKey(iLine.key) && !iLine.key.starts_with(kMappingPrefix)) {
         ioFindings.push_back(
-            {Severity::kWarning, "empty-value", iLine.first,
+            {ConfigCode::EmptyValue, iLine.first,
              "the key " + Quoted(Latin1ToUtf8(iLine.key)) + " has an empty value, which replaces the one before",
              "take the line out to keep the built-in value"});
     }
@@ -76,12 +74,12 @@ void CheckPriorities(const PropertyText& iFile, const LoadedConfig& iConfig, std
         firstLine = firstLine == 0 ? line->first : firstLine;
         codes.insert(code);
         if (code.empty()) {
-            ioFindings.push_back({Severity::kNote, "priority-without-code", line->first,
+            ioFindings.push_back({ConfigCode::PriorityWithoutCode, line->first,
                                   "the key has no code behind the dot, so it is the priority of the empty code"});
         }
         const auto [other, isNew] = codeOfWord.emplace(word, code);
         if (!isNew) {
-            ioFindings.push_back({Severity::kWarning, "priority-word-twice", line->first,
+            ioFindings.push_back({ConfigCode::PriorityWordTwice, line->first,
                                   "the word " + Quoted(Latin1ToUtf8(word)) + " is that of the code " +
                                       Quoted(Latin1ToUtf8(other->second)) +
                                       " too, which is the one it is read back as"});
@@ -92,7 +90,7 @@ void CheckPriorities(const PropertyText& iFile, const LoadedConfig& iConfig, std
         lost += firstLine != 0 && codes.count(code) == 0 ? (lost.empty() ? "" : ", ") + Quoted(code) : "";
     }
     if (!lost.empty()) {
-        ioFindings.push_back({Severity::kNote, "priorities-replaced", firstLine,
+        ioFindings.push_back({ConfigCode::PrioritiesReplaced, firstLine,
                               "the first priority replaces all built-in ones; no word is left for the code " + lost});
     }
 }

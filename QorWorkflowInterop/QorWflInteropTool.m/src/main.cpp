@@ -24,14 +24,14 @@ public:
         app.footer(
             "Exit status: 0 done, 1 an input is wrong or the output cannot be written, 2 wrong usage.\n"
             "'qorwfl COMMAND --help' tells more about a command.");
-        AddCheckCommand(app, status);
         AddExportCommand(app, status);
         AddImportCommand(app, status);
         AddConvertCommand(app, status);
-        AddDiffCommand(app, status);
-        AddGraphCommand(app, status);
+        AddCheckCommand(app, status);
         AddConfigCommand(app, status);
         AddUrlCommand(app, status);
+        AddDiffCommand(app, status);
+        AddGraphCommand(app, status);
     }
 
     /** Reads the arguments and does what they ask for. */

@@ -1,4 +1,5 @@
 #include "CheckRun.h"
+#include "CodePage.h"
 #include "XpdlReply.h"
 
 #include <gmock/gmock.h>
@@ -10,39 +11,12 @@
 
 namespace {
 
-/** A code as its section in the document describes it. */
-struct Section {
-    std::string id;
-    std::string title;
-    std::string text;
-};
-
-std::vector<Section> DescribedCodes() {
-    const std::string page = FileBytes(std::string(DOCS_DIR) + "/check-codes.md");
-    const std::regex heading("\n### (QW[0-9]+): ([^\n]+)\n");
-    std::vector<Section> sections;
-    for (std::sregex_iterator match(page.begin(), page.end(), heading), end; match != end; ++match) {
-        const auto start = static_cast<std::size_t>(match->position() + match->length());
-        sections.push_back({(*match)[1], (*match)[2], page.substr(start, page.find("\n##", start) - start)});
-    }
-    return sections;
-}
+constexpr const char* kPage = "check-codes.md";
 
 /** The rules of the command, which are in every SARIF log. */
 nlohmann::json Rules() {
     const ToolResult result = RunTool({"check", "--format", "sarif", Example("reply.xpdl")});
     return nlohmann::json::parse(result.out)["runs"][0]["tool"]["driver"]["rules"];
-}
-
-/** The example of a section that is XML; empty when it is in words. */
-std::string ExampleOf(const Section& iSection) {
-    const std::string start = "```xml\n";
-    const std::size_t at = iSection.text.find(start);
-    if (at == std::string::npos) {
-        return std::string();
-    }
-    const std::size_t begin = at + start.size();
-    return iSection.text.substr(begin, iSection.text.find("\n```", begin) - begin);
 }
 
 /** A whole document with an example in it: in the place of the element with which the example begins. */
@@ -59,27 +33,23 @@ std::string DocumentWith(const std::string& iExample) {
 }  // namespace
 
 TEST(CheckCodes, AllAreDescribedWithTitleAndSeverityAndNothingElseIs) {
-    const std::vector<Section> sections = DescribedCodes();
+    const std::vector<CodeSection> sections = CodeSections(kPage);
     const nlohmann::json rules = Rules();
     ASSERT_EQ(sections.size(), rules.size());
     for (std::size_t i = 0; i < sections.size(); ++i) {
-        const Section& section = sections[i];
+        const CodeSection& section = sections[i];
         EXPECT_EQ(section.id, rules[i]["id"]);
         EXPECT_EQ(section.title, rules[i]["shortDescription"]["text"]);
-        const std::string level = rules[i]["defaultConfiguration"]["level"];
-        EXPECT_THAT(section.text, testing::StartsWith("\nSeverity: " + level + ". ")) << section.id;
-        EXPECT_THAT(section.text, testing::HasSubstr("\nWhat to do: ")) << section.id;
-        EXPECT_TRUE(!ExampleOf(section).empty() || section.text.find("Example: ") != std::string::npos ||
-                    section.text.find("Example:\n") != std::string::npos)
-            << section.id;
+        EXPECT_EQ(section.Severity(), rules[i]["defaultConfiguration"]["level"]) << section.id;
+        section.ExpectWhole("xml");
     }
 }
 
 TEST(CheckCodes, EveryExampleOfTheDescriptionHasItsCode) {
     std::vector<std::string> ids;
     std::vector<std::string> texts;
-    for (const Section& section : DescribedCodes()) {
-        if (const std::string example = ExampleOf(section); !example.empty()) {
+    for (const CodeSection& section : CodeSections(kPage)) {
+        if (const std::string example = section.Example("xml"); !example.empty()) {
             ids.push_back(section.id);
             texts.push_back(DocumentWith(example));
         }

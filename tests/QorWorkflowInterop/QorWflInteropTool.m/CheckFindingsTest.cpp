@@ -200,8 +200,9 @@ TEST(CheckFindings, RepeatedExtendedAttributeTellsWhichOneWins) {
     nlohmann::json report = CheckDocument(WithPart(XpdlReply(), "      <ExtendedAttribute Name=\"generation\"",
                                                    again + "      <ExtendedAttribute Name=\"generation\""));
     EXPECT_THAT(PlacesOf(report, "QW207"), ElementsAre("34:7 " + kEntries + "/ExtendedAttribute[4]"));
-    EXPECT_THAT(FindingOf(report, "QW207")["message"],
-                HasSubstr("\"new status\" of status is not used; the extended attribute in line 36, with \"later\", wins"));
+    EXPECT_THAT(
+        FindingOf(report, "QW207")["message"],
+        HasSubstr("\"new status\" of status is not used; the extended attribute in line 36, with \"later\", wins"));
     report = CheckDocument(WithPart(XpdlReply(), "<ExtendedAttribute Name=\"externId\" Value=\"x1\"/>",
                                     "<ExtendedAttribute Name=\"externId\" Value=\"x1\"/>\n"
                                     "<ExtendedAttribute Name=\"externId\" Value=\"y\"/>"));

@@ -85,10 +85,10 @@ TEST(CheckText, ShowsFindingsWithPathAndHintAndTheVerdict) {
     const ToolResult result = RunTool({"check", "-"}, {.input = MixedDocument()});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "");
-    EXPECT_THAT(result.out, StartsWith("standard input:3:2: error QW101: required element Vendor is missing; "));
+    EXPECT_THAT(result.out, StartsWith("standard input:3:2: error: required element Vendor is missing; "));
     EXPECT_THAT(result.out,
-                HasSubstr("\nstandard input:26:17: warning QW401: the field owner has a double quote; the text form of "
-                          "the record gives back the first 2\n"
+                HasSubstr("\nstandard input:26:17: warning: the field owner has a double quote; the text form of "
+                          "the record gives back the first 2 [QW401]\n"
                           "    at: /Package/WorkflowProcesses/WorkflowProcess/Activities/Activity/Performer\n"
                           "    hint: use other quotes, or another form\n"));
     EXPECT_THAT(result.out, EndsWith("\nstandard input: stops at /Package/PackageHeader/Vendor (1 error, 1 warning, 1 "
@@ -110,7 +110,7 @@ TEST(CheckText, CountsWhatItDoesNotShow) {
         many += "<x/>";
     }
     const ToolResult result = RunTool({"check", "-"}, {.input = WithPart(XpdlReply(), "<Cost/>", many)});
-    EXPECT_THAT(result.out, HasSubstr("\nstandard input: note QW201: and 1 more: element ignored\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nstandard input: note: and 1 more: element ignored [QW201]\n"));
 }
 
 TEST(CheckJson, HasItsVersionAndTheMembersOfEachFile) {
@@ -177,8 +177,8 @@ TEST(CheckCommand, GoesOnBehindFilesThatCannotBeRead) {
     const std::string whole = folder.Write("whole.xpdl", XpdlReply());
     const ToolResult result = RunTool({"check", folder.Path() / "gone.xpdl", folder.Path(), whole});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.out, AllOf(HasSubstr("gone.xpdl: error QW007: cannot be read: No such file or directory\n"),
-                                  HasSubstr(": error QW007: cannot be read: Is a directory\n"),
+    EXPECT_THAT(result.out, AllOf(HasSubstr("gone.xpdl: error: cannot be read: No such file or directory [QW007]\n"),
+                                  HasSubstr(": error: cannot be read: Is a directory [QW007]\n"),
                                   EndsWith("whole.xpdl: read whole (0 errors, 0 warnings, 0 notes)\n")));
 }
 
@@ -210,6 +210,6 @@ TEST(CheckCommand, LargeDocumentsTakeNoStackAndNoOutputInProportion) {
     EXPECT_THAT(nested.out, HasSubstr("element x is ignored, with the 1021 elements in it"));
     const ToolResult result =
         RunTool({"check", "-"}, {.input = WithPart(XpdlReply(), "</Activities>", wide + "</Activities>")});
-    EXPECT_THAT(result.out, HasSubstr("warning QW204: and 59900 more: further activity ignored\n"));
+    EXPECT_THAT(result.out, HasSubstr("warning: and 59900 more: further activity ignored [QW204]\n"));
     EXPECT_LT(result.out.size(), 100000U);
 }

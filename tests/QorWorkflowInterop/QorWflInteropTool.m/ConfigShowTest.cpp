@@ -233,10 +233,10 @@ TEST(ConfigShow, SettingOfSeveralLinesHasFirstAndLast) {
                                  {"key", "actionType"},
                                  {"value", "a b c"},
                                  {"counts", false},
-                                 {"codes", {"set-twice"}}}));
+                                 {"codes", {"QC205"}}}));
     EXPECT_EQ(settings[1]["line"], 5);
     EXPECT_THAT(RunTool({"config", "show", "--config", "-"}, {.input = content}).out,
-                HasSubstr("lines 2-4  actionType  = \"a b c\"  [set-twice]\n"));
+                HasSubstr("lines 2-4  actionType  = \"a b c\"  [QC205]\n"));
 }
 
 TEST(ConfigExplain, TypeAndAttributeAreThoseOfTheLibrary) {

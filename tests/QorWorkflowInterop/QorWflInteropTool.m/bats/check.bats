@@ -40,11 +40,11 @@ END
     documents
     qorwfl check note.xpdl warning.xpdl
     assert_status 0
-    assert_contains "$output" "note.xpdl:7:40: note QW201: element Limit is ignored"
-    assert_contains "$output" "warning.xpdl:7:50: warning QW303: \"five\" is no number that fits"
+    assert_contains "$output" "note.xpdl:7:40: note: element Limit is ignored [QW201]"
+    assert_contains "$output" "warning.xpdl:7:50: warning: \"five\" is no number that fits"
     qorwfl check error.xpdl
     assert_status 1
-    assert_contains "$output" "error.xpdl:2:1: error QW101: required element Vendor is missing"
+    assert_contains "$output" "error.xpdl:2:1: error: required element Vendor is missing"
     assert_stderr ""
 }
 
@@ -60,7 +60,7 @@ END
     documents
     run --separate-stderr "$QORWFL" check - <warning.xpdl
     assert_status 0
-    assert_contains "$output" "standard input:7:50: warning QW303"
+    assert_contains "$output" "standard input:7:50: warning: "
 }
 
 @test "--format json and sarif are JSON" {
@@ -99,7 +99,7 @@ END
     documents
     qorwfl check gone.xpdl whole.xpdl
     assert_status 1
-    assert_contains "$output" "gone.xpdl: error QW007: cannot be read: No such file or directory"
+    assert_contains "$output" "gone.xpdl: error: cannot be read: No such file or directory [QW007]"
     assert_contains "$output" "whole.xpdl: read whole"
 }
 
@@ -117,10 +117,10 @@ END
     documents
     on_terminal "$QORWFL check error.xpdl"
     assert_status 1
-    assert_contains "$output" $'\033[1;31merror QW101\033[0m: '
+    assert_contains "$output" $'\033[1;31merror\033[0m: required '
     on_terminal "$QORWFL check warning.xpdl note.xpdl"
-    assert_contains "$output" $'\033[1;35mwarning QW303\033[0m: '
-    assert_contains "$output" $'\033[1;36mnote QW201\033[0m: '
+    assert_contains "$output" $'\033[1;35mwarning\033[0m: '
+    assert_contains "$output" $'\033[1;36mnote\033[0m: '
     NO_COLOR=1 on_terminal "$QORWFL check error.xpdl"
     refute_contains "$output" $'\033'
     TERM_HERE=dumb on_terminal "$QORWFL check error.xpdl"

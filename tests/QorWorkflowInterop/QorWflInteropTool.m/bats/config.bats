@@ -112,6 +112,7 @@ load shell.bash
     qorwfl config check
     assert_status 1
     assert_contains "$output" "cannot be opened"
+    assert_contains "$output" "[QC002]"
 }
 
 @test "an object without a type is an answer, not an error" {
@@ -140,7 +141,7 @@ load shell.bash
 
 @test "control characters do not reach the terminal" {
     printf 'actionType = \033[31mred\r\nno\033thing\n' >QorWflActionManager
-    on_terminal "'$QORWFL' config show; '$QORWFL' config check; '$QORWFL' config explain --environment \$'\\033' --table T"
+    NO_COLOR=1 on_terminal "'$QORWFL' config show; '$QORWFL' config check; '$QORWFL' config explain --environment \$'\\033' --table T"
     refute_contains "$output" $'\033'
     assert_contains "$output" '\x1B[31mred\x0D'
     qorwfl config check $'no\033where'
@@ -148,6 +149,18 @@ load shell.bash
     refute_contains "$stderr" $'\033'
     qorwfl config check $'no\x9bwhere\xc2\x9b'
     assert_stderr 'qorwfl: no\x9Bwhere\u{009B}: the property file cannot be read: No such file or directory'
+}
+
+@test "a terminal has colours, not with NO_COLOR, not in a pipe" {
+    printf 'actionObjects.X = DOC*.A\nhello\nhostOwn = X\n' >QorWflActionManager
+    on_terminal "'$QORWFL' config check"
+    assert_contains "$output" $'QorWflActionManager:1: \033[1;31merror\033[0m: there is no second dot'
+    assert_contains "$output" $'QorWflActionManager:2: \033[1;35mwarning\033[0m: '
+    assert_contains "$output" $'QorWflActionManager:3: \033[1;36mnote\033[0m: '
+    NO_COLOR=1 on_terminal "'$QORWFL' config check"
+    refute_contains "$output" $'\033'
+    qorwfl config check
+    refute_contains "$output" $'\033'
 }
 
 @test "an output that cannot be written is told" {
