@@ -48,13 +48,16 @@ load shell.bash
     done
     setsid "$QORWFL" export in/*.json -o out --jobs 4 2>messages &
     local parent=$!
-    for _ in $(seq 200); do
+    for _ in $(seq 2000); do
         [[ -z $(ls out) ]] || break
         sleep 0.02
     done
     kill -TERM -- -$parent
     wait $parent || true
-    sleep 0.2
+    for _ in $(seq 2000); do  # its workers end by themselves
+        kill -0 -- -$parent 2>/dev/null || break
+        sleep 0.02
+    done
     [[ -n $(ls out) ]]
     [[ -z $(find out -name '.*' -type f) ]]
     for file in out/*; do
