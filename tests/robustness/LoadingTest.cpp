@@ -32,7 +32,7 @@ constexpr bool kMemoryIsCounted = false;
 constexpr int kRounds = 30;
 #else
 constexpr bool kMemoryIsCounted = true;
-constexpr int kRounds = 200;
+constexpr int kRounds = 800;  // the loader and the allocator keep a little more for hundreds of them
 #endif
 
 constexpr const char* kPlugin = PLUGIN_LIBRARY;
@@ -168,7 +168,7 @@ std::size_t HeapInUse() {
 TEST(Loading, HundredsOfTimesWithEverythingUsedLeavesNothing) {
     constexpr int kQuarter = kRounds / 4;
     std::size_t expected = 0;
-    std::size_t early = SIZE_MAX;  // the least in the second quarter; the allocator keeps now more, now less
+    std::size_t early = SIZE_MAX;  // the least in the third quarter; the allocator keeps now more, now less
     std::size_t late = SIZE_MAX;   // the least in the last quarter
     for (int round = 0; round < kRounds && !HasFailure(); ++round) {
         void* library = Load();
@@ -180,7 +180,7 @@ TEST(Loading, HundredsOfTimesWithEverythingUsedLeavesNothing) {
         ASSERT_FALSE(IsMapped(kPlugin));
         ASSERT_FALSE(IsMapped(kInterop));
         ASSERT_FALSE(IsMapped(kFramework));
-        if (round / kQuarter == 1) {
+        if (round / kQuarter == 2) {
             early = std::min(early, HeapInUse());
         } else if (round / kQuarter >= 3) {
             late = std::min(late, HeapInUse());
@@ -188,7 +188,7 @@ TEST(Loading, HundredsOfTimesWithEverythingUsedLeavesNothing) {
     }
     if (kMemoryIsCounted && !HasFailure()) {
         constexpr std::size_t kHalfOfTheSmallestBlock = 16;
-        EXPECT_LT(late, early + kHalfOfTheSmallestBlock * 2 * kQuarter) << "less than any leak would take";
+        EXPECT_LT(late, early + kHalfOfTheSmallestBlock * kQuarter) << "less than any leak would take";
     }
 }
 
