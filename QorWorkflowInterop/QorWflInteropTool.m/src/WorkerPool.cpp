@@ -54,7 +54,7 @@ std::string Bytes(Number iNumber) {
 std::string Packed(const TaskResult& iResult) {
     std::string rest(1, iResult.isDone ? '\1' : '\0');
     for (const std::string& message : iResult.messages) {
-        rest += message.c_str();  // a NUL in it would end it
+        rest.append(message, 0, message.find('\0'));  // a NUL in it would end it
         rest += '\0';
     }
     return Bytes(static_cast<std::uint64_t>(rest.size())) + rest;
