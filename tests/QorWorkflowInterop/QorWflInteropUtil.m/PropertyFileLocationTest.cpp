@@ -299,6 +299,7 @@ TEST_F(PropertyFileLocation, FileThatCannotBeOpenedGivesZeroAndLeavesTheTable) {
     {
         const std::string file = PathOf("first/conf");
         QorWflPropertyFile().Read(StringOf(file));  // a sanitizer opens files of its own when code first runs
+        ASSERT_TRUE(std::ifstream(file).is_open());
         const OpenFileLimit guard(0);
         opened = std::ifstream(file).is_open();
         alongPath = properties.Read("conf");
