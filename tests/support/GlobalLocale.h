@@ -2,8 +2,11 @@
 #define GlobalLocale_H
 
 #include <clocale>
+#include <initializer_list>
 #include <locale>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 /** Makes a locale that of the process, for C and for C++ streams, and restores the former ones. */
 class GlobalLocale {
@@ -21,5 +24,34 @@ private:
     std::string formerOfC;
     std::locale former;
 };
+
+/** The classic locale but for its numbers, which stand in groups of so many digits with a full stop between them. */
+inline std::locale GroupingLocale(int iDigits) {
+    class Punctuation : public std::numpunct<char> {
+    public:
+        explicit Punctuation(int iGroup) : grouping(1, static_cast<char>(iGroup)) {}
+
+    protected:
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return grouping; }
+
+    private:
+        std::string grouping;
+    };
+    return std::locale(std::locale::classic(), new Punctuation(iDigits));
+}
+
+/** The named locales that the machine has. */
+inline std::vector<std::locale> InstalledLocales(std::initializer_list<const char*> iNames) {
+    std::vector<std::locale> locales;
+    for (const char* name : iNames) {
+        try {
+            locales.emplace_back(name);
+        } catch (const std::runtime_error&) {
+            continue;  // the machine does not have it
+        }
+    }
+    return locales;
+}
 
 #endif

@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <GlobalLocale.h>
 #include <climits>
-#include <clocale>
 #include <cstdio>
 #include <locale>
 #include <string>
@@ -19,25 +19,6 @@ namespace {
 std::string NarrowOf(const BexUnicodeString& iText) {
     return std::string(iText.ConvertToChar(), static_cast<std::size_t>(iText.GetLengthInChar()));
 }
-
-/** Groups digits by threes, as many countries do. */
-class GroupingPunctuation : public std::numpunct<char> {
-protected:
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-/** Replaces the global C++ locale by one that groups digits, and restores it. */
-class GroupingLocale {
-public:
-    GroupingLocale() : former(std::locale::global(std::locale(std::locale(), new GroupingPunctuation))) {}
-    ~GroupingLocale() { std::locale::global(former); }
-    GroupingLocale(const GroupingLocale&) = delete;
-    GroupingLocale& operator=(const GroupingLocale&) = delete;
-
-private:
-    std::locale former;
-};
 
 TEST(BexUnicodeStringFromNum, ReplacesTheTextByTheNumber) {
     for (const int number : {0, 1, -1, 9, 10, -10, 1234567, INT_MAX, INT_MIN}) {
@@ -83,7 +64,7 @@ TEST(BexUnicodeStringFromNum, FormatBelongsToTheTypeOfTheNumber) {
 }
 
 TEST(BexUnicodeStringFromNum, DoesNotDependOnTheLocale) {
-    const GroupingLocale grouping;
+    const GlobalLocale grouping(GroupingLocale(3));
     BexUnicodeString text;
     EXPECT_EQ(text.BuildFromNum(1234567, "%d"), 0);
     EXPECT_STREQ(text.ConvertToChar(), "1234567");
@@ -296,7 +277,7 @@ TEST(BexUnicodeStringToNum, AgreesWithSscanfOnAllShortTexts) {
 }
 
 TEST(BexUnicodeStringToNum, DoesNotDependOnTheLocale) {
-    const GroupingLocale grouping;
+    const GlobalLocale grouping(GroupingLocale(3));
     int number = 99;
     EXPECT_EQ(BexUnicodeString("1.234").ConvertToNum(&number, "%d"), 0);
     EXPECT_EQ(number, 1);

@@ -6,8 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <GlobalLocale.h>
 #include <climits>
-#include <clocale>
+#include <locale>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -41,22 +42,6 @@ void ExpectUnits(const BexUnicodeString& iText, std::u16string_view iUnits) {
     EXPECT_EQ(iText.IsNull(), 0);
     EXPECT_EQ(iText.IsEmpty(), iUnits.empty() ? 1 : 0);
 }
-
-/** Sets the C locale of the process and restores it. */
-class ProcessLocale {
-public:
-    explicit ProcessLocale(const char* iName)
-        : former(std::setlocale(LC_ALL, nullptr)), set(std::setlocale(LC_ALL, iName) != nullptr) {}
-    ~ProcessLocale() { std::setlocale(LC_ALL, former.c_str()); }
-    ProcessLocale(const ProcessLocale&) = delete;
-    ProcessLocale& operator=(const ProcessLocale&) = delete;
-
-    bool IsSet() const { return set; }
-
-private:
-    std::string former;
-    bool set;
-};
 
 TEST(BexUnicodeStringValue, DefaultIsNull) {
     ExpectNull(BexUnicodeString());
@@ -162,10 +147,11 @@ TEST(BexUnicodeStringValue, SurrogatePairIsTwoCodeUnits) {
 }
 
 TEST(BexUnicodeStringValue, NarrowTextDoesNotDependOnTheLocale) {
-    const ProcessLocale utf8("C.UTF-8");
-    if (!utf8.IsSet()) {
+    const std::vector<std::locale> utf8 = InstalledLocales({"C.UTF-8"});
+    if (utf8.empty()) {
         GTEST_SKIP() << "no UTF-8 locale installed";
     }
+    const GlobalLocale locale(utf8.front());
     const BexUnicodeString text("\xC3\xA9\xFF");
     ExpectUnits(text, u"\u00C3\u00A9\u00FF");
     EXPECT_STREQ(text.ConvertToChar(), "\xC3\xA9\xFF");

@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <locale>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -27,23 +26,11 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
-/** Numbers in groups of one digit. */
-class GroupingPunctuation : public std::numpunct<char> {
-protected:
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\1"; }
-};
-
 /** Locales with other letters, spaces, cases and numbers, as far as the machine has them. */
 std::vector<std::locale> OtherLocales() {
-    std::vector<std::locale> locales{std::locale(std::locale::classic(), new GroupingPunctuation)};
-    for (const char* name : {"C.UTF-8", "de_DE", "de_DE.UTF-8", "fr_FR", "tr_TR", "tr_TR.UTF-8", "ru_RU.koi8r"}) {
-        try {
-            locales.emplace_back(name);
-        } catch (const std::runtime_error&) {
-            continue;  // the machine does not have it
-        }
-    }
+    std::vector<std::locale> locales =
+        InstalledLocales({"C.UTF-8", "de_DE", "de_DE.UTF-8", "fr_FR", "tr_TR", "tr_TR.UTF-8", "ru_RU.koi8r"});
+    locales.push_back(GroupingLocale(1));
     return locales;
 }
 
