@@ -3,10 +3,11 @@
 
 #include <BexBaseUnknown.h>
 
+#include <CountedComponent.h>
+
 inline constexpr GUID kIidFirst = {0x5E570001, 0x0001, 0x0001, {1, 1, 1, 1, 1, 1, 1, 1}};
 inline constexpr GUID kIidSecond = {0x5E570002, 0x0002, 0x0002, {2, 2, 2, 2, 2, 2, 2, 2}};
 inline constexpr GUID kIidNobodyHas = {0x5E57FFFF, 0xFFFF, 0xFFFF, {9, 9, 9, 9, 9, 9, 9, 9}};
-inline constexpr int kNoInterface = static_cast<int>(0x80004005U);
 
 /** Two interfaces, told apart by their operation. */
 class FirstItf : public BexBaseUnknown {
@@ -19,50 +20,26 @@ public:
 };
 
 /** One object with both interfaces and one count of references; says when it dies. */
-class TestComponent : public FirstItf, public SecondItf {
+class TestComponent : public CountedComponent<FirstItf, SecondItf> {
 public:
-    explicit TestComponent(bool* oDestroyed = nullptr) : destroyed(oDestroyed) {}
-    ~TestComponent() override {
-        if (destroyed != nullptr) {
-            *destroyed = true;
-        }
-    }
+    using CountedComponent::CountedComponent;
 
     int QueryInterface(const GUID& iIid, BexBaseUnknown** oObject) override {
         ++queries;
-        BexBaseUnknown* answer = nullptr;
         if (iIid == kIidFirst) {
-            answer = static_cast<FirstItf*>(this);
-        } else if (iIid == kIidSecond) {
-            answer = static_cast<SecondItf*>(this);
+            return Answer(AsFirst(), oObject);
         }
-        *oObject = answer;
-        if (answer == nullptr) {
-            return kNoInterface;
-        }
-        AddRef();
-        return 0;
-    }
-    unsigned int AddRef() override { return ++references; }
-    unsigned int Release() override {
-        const unsigned int left = --references;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
+        return Answer(iIid == kIidSecond ? AsSecond() : nullptr, oObject);
     }
     int First() const override { return 1; }
     int Second() const override { return 2; }
 
     FirstItf* AsFirst() { return this; }
     SecondItf* AsSecond() { return this; }
-    unsigned int References() const { return references; }
     int Queries() const { return queries; }
 
 private:
-    std::atomic<unsigned int> references{1};
     int queries = 0;
-    bool* destroyed;
 };
 
 #endif

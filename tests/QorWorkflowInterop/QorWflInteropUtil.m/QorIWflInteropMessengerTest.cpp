@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <CountedComponent.h>
 #include <cstring>
 #include <memory>
 #include <type_traits>
@@ -19,7 +20,6 @@ using testing::IsNull;
 using testing::NotNull;
 using testing::StrEq;
 
-constexpr int kNoInterface = static_cast<int>(0x80004005U);
 constexpr GUID kIidOther = {0x5E570004, 4, 4, {4, 4, 4, 4, 4, 4, 4, 4}};
 
 /** A host's own interface beside the messenger's. */
@@ -29,36 +29,16 @@ public:
 };
 
 /** A host's messenger: two interfaces, one count of references; keeps what it was asked for. */
-class TestMessenger : public OtherItf, public QorIWflInteropMessenger {
+class TestMessenger : public CountedComponent<OtherItf, QorIWflInteropMessenger> {
 public:
-    explicit TestMessenger(bool* oDestroyed = nullptr) : destroyed(oDestroyed) {}
-    ~TestMessenger() override {
-        if (destroyed != nullptr) {
-            *destroyed = true;
-        }
-    }
+    using CountedComponent::CountedComponent;
 
     int QueryInterface(const GUID& iIid, BexBaseUnknown** oObject) override {
         asked.push_back(iIid);
-        *oObject = nullptr;
         if (iIid == IID_QorIWflInteropMessenger && answers) {
-            *oObject = AsMessenger();
-        } else if (iIid == kIidOther) {
-            *oObject = AsOther();
+            return Answer(AsMessenger(), oObject);
         }
-        if (*oObject == nullptr) {
-            return kNoInterface;
-        }
-        AddRef();
-        return 0;
-    }
-    unsigned int AddRef() override { return ++references; }
-    unsigned int Release() override {
-        const unsigned int left = --references;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
+        return Answer(iIid == kIidOther ? AsOther() : nullptr, oObject);
     }
     int Other() const override { return 4; }
 
@@ -66,14 +46,11 @@ public:
     OtherItf* AsOther() { return this; }
     /** From now on the object refuses the messenger's identifier. */
     void StopAnswering() { answers = false; }
-    unsigned int References() const { return references; }
     const std::vector<GUID>& Asked() const { return asked; }
 
 private:
-    unsigned int references = 1;
     std::vector<GUID> asked;
     bool answers = true;
-    bool* destroyed;
 };
 
 /** An object that has no interface but the base. */
@@ -368,7 +345,7 @@ TEST_F(MessengerVar, ABaseHandleTakesItAsItIs) {
 }
 
 /** A messenger of which every answer is a new object, counted by itself; tells how many are alive. */
-class PassingMessenger : public QorIWflInteropMessenger {
+class PassingMessenger : public CountedComponent<QorIWflInteropMessenger> {
 public:
     explicit PassingMessenger(int& ioAlive) : alive(ioAlive) { ++alive; }
     ~PassingMessenger() override { --alive; }
@@ -377,20 +354,10 @@ public:
         *oObject = iIid == IID_QorIWflInteropMessenger ? new PassingMessenger(alive) : nullptr;
         return *oObject != nullptr ? 0 : kNoInterface;
     }
-    unsigned int AddRef() override { return ++references; }
-    unsigned int Release() override {
-        const unsigned int left = --references;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-    unsigned int References() const { return references; }
     int TimesAsked() const { return asked; }
 
 private:
     int& alive;
-    unsigned int references = 1;
     int asked = 0;
 };
 
