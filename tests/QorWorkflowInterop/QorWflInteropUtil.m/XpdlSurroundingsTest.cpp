@@ -1,5 +1,6 @@
 #include "ActivityFields.h"
 #include "AllocationWatch.h"
+#include "LibraryTrace.h"
 #include "RandomActivity.h"
 #include "RecordTesting.h"
 #include "XpdlReply.h"
@@ -30,37 +31,6 @@ namespace {
 
 using RecordTesting::LeavePrefixOfOutputs;
 using RecordTesting::ToText;
-
-/** Collects every line of every channel while it lives. */
-class EveryChannel {
-public:
-    EveryChannel() {
-        BexQorTrace::SetSink(
-            [](const char* iChannel, const char* iText, int iLength, void* iData) {
-                *static_cast<std::string*>(iData) +=
-                    std::string(iChannel) + ": " + std::string(iText, static_cast<std::size_t>(iLength));
-            },
-            &text);
-        Switch(1);
-    }
-    ~EveryChannel() {
-        Switch(0);
-        BexQorTrace::SetSink(nullptr, nullptr);
-    }
-    EveryChannel(const EveryChannel&) = delete;
-    EveryChannel& operator=(const EveryChannel&) = delete;
-
-    const std::string& Text() const { return text; }
-
-private:
-    static void Switch(int iOn) {
-        for (const char* channel : {"WFInterop", "WFInteropUrl", "WFInteropXML"}) {
-            BexQorTrace::SetOn(channel, iOn);
-        }
-    }
-
-    std::string text;
-};
 
 /** Documents that end the reading in one way or another. */
 std::vector<std::string> Documents() {
@@ -207,12 +177,12 @@ TEST(XmlToActivitySurroundings, OtherChannelsDoNotTurnItsTraceOn) {
 
 TEST(XmlToActivitySurroundings, EveryLineIsOfItsOwnChannel) {
     const CapturedStream output(std::cout);
-    const EveryChannel channels;
+    const LibraryTrace channels;
     ActivityInfo activity;
     QorWflXmlToActivity(XpdlReply().c_str(), activity);
     std::size_t lines = 0;
     for (std::size_t at = 0; at < channels.Text().size(); at = channels.Text().find('\n', at) + 1) {
-        EXPECT_EQ(channels.Text().compare(at, 14, "WFInteropXML: "), 0) << channels.Text().substr(at);
+        EXPECT_EQ(channels.Text().compare(at, 13, "WFInteropXML|"), 0) << channels.Text().substr(at);
         ++lines;
     }
     EXPECT_GT(lines, 60U);
@@ -282,7 +252,7 @@ TEST(ActivityToXmlSurroundings, LeavesNoMemoryBehind) {
 TEST(ActivityToXmlSurroundings, NeitherTracesNorPrints) {
     const CapturedStream output(std::cout);
     const CapturedStream errors(std::cerr);
-    const EveryChannel channels;
+    const LibraryTrace channels;
     ActivityInfo activity;
     FillWithOldValues(activity);
     BexUnicodeString xml;
