@@ -43,25 +43,33 @@ inline std::string Shown(const DataInfo* iDatas, int iCount) {
     return shown + "]";
 }
 
+/** The texts of a record by name, constant or not; those of its lists are left out. */
+template <typename Activity>
+auto TextsOf(Activity& ioActivity) {
+    auto& process = ioActivity.process;
+    return std::map<std::string, decltype(&ioActivity.id)>{
+        {"id", &ioActivity.id},
+        {"name", &ioActivity.name},
+        {"abstract", &ioActivity.abstract},
+        {"priority", &ioActivity.priority},
+        {"extid", &ioActivity.extid},
+        {"status", &ioActivity.status},
+        {"durationUnit", &ioActivity.durationUnit},
+        {"owner", &ioActivity.owner},
+        {"participant", &ioActivity.participant},
+        {"participantType", &ioActivity.participantType},
+        {"documentation", &ioActivity.documentation},
+        {"process.id", &process.id},
+        {"process.name", &process.name},
+        {"process.context", &process.context},
+    };
+}
+
 /** Every field of a record, its process included. */
 inline ActivityFields FieldsOf(const ActivityInfo& iActivity) {
-    return {
-        {"id", Shown(iActivity.id)},
-        {"name", Shown(iActivity.name)},
+    ActivityFields fields = {
         {"generation", std::to_string(iActivity.generation)},
-        {"abstract", Shown(iActivity.abstract)},
-        {"priority", Shown(iActivity.priority)},
-        {"extid", Shown(iActivity.extid)},
-        {"status", Shown(iActivity.status)},
         {"duration", std::to_string(iActivity.duration)},
-        {"durationUnit", Shown(iActivity.durationUnit)},
-        {"owner", Shown(iActivity.owner)},
-        {"participant", Shown(iActivity.participant)},
-        {"participantType", Shown(iActivity.participantType)},
-        {"documentation", Shown(iActivity.documentation)},
-        {"process.id", Shown(iActivity.process.id)},
-        {"process.name", Shown(iActivity.process.name)},
-        {"process.context", Shown(iActivity.process.context)},
         {"process.datas", Shown(iActivity.process.datas, iActivity.process.dataNumber)},
         {"process.dataNumber", std::to_string(iActivity.process.dataNumber)},
         {"inputs", Shown(iActivity.inputs, iActivity.inputNumber)},
@@ -69,6 +77,10 @@ inline ActivityFields FieldsOf(const ActivityInfo& iActivity) {
         {"outputs", Shown(iActivity.outputs, iActivity.outputNumber)},
         {"outputNumber", std::to_string(iActivity.outputNumber)},
     };
+    for (const auto& [name, text] : TextsOf(iActivity)) {
+        fields[name] = Shown(*text);
+    }
+    return fields;
 }
 
 /** Fields with some of them replaced. */
@@ -81,22 +93,11 @@ inline ActivityFields With(ActivityFields iFields, const ActivityFields& iChange
 
 /** Gives every field of a record a value that nothing else gives it: "old" and the field's name, 11, 22, and lists. */
 inline void FillWithOldValues(ActivityInfo& oActivity) {
-    oActivity.id = "old id";
-    oActivity.name = "old name";
+    for (const auto& [name, text] : TextsOf(oActivity)) {
+        *text = ("old " + name).c_str();
+    }
     oActivity.generation = 11;
-    oActivity.abstract = "old abstract";
-    oActivity.priority = "old priority";
-    oActivity.extid = "old extid";
-    oActivity.status = "old status";
     oActivity.duration = 22;
-    oActivity.durationUnit = "old durationUnit";
-    oActivity.owner = "old owner";
-    oActivity.participant = "old participant";
-    oActivity.participantType = "old participantType";
-    oActivity.documentation = "old documentation";
-    oActivity.process.id = "old process.id";
-    oActivity.process.name = "old process.name";
-    oActivity.process.context = "old process.context";
     oActivity.process.SetDataNumber(1);
     oActivity.process.datas[0].name = "old data";
     oActivity.SetInputNumber(3);

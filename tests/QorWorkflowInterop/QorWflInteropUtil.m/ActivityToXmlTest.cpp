@@ -1,3 +1,5 @@
+#include "RecordTesting.h"
+
 #include <ActivityInfo.h>
 #include <BexTime.h>
 #include <QorWflActivityToXml.h>
@@ -14,17 +16,14 @@
 
 namespace {
 
+using RecordTesting::Bytes;
 using testing::HasSubstr;
 using testing::Not;
-
-std::string Text(const BexUnicodeString& iText) {
-    return std::string(iText.ConvertToChar(), static_cast<std::size_t>(iText.GetLengthInChar()));
-}
 
 std::string Written(const ActivityInfo& iActivity) {
     BexUnicodeString xml;
     QorWflActivityToXml(iActivity, xml);
-    return Text(xml);
+    return Bytes(xml);
 }
 
 /** The document with the time it was made at, which has to have its form, taken out. */
@@ -185,36 +184,21 @@ TEST(ActivityToXml, FreshRecordGivesACompleteDocument) {
 
 TEST(ActivityToXml, FullRecordGivesEveryFieldInItsPlace) {
     ActivityInfo activity;
-    activity.id = "A1";
-    activity.name = "Review";
-    activity.generation = 3;
+    RecordTesting::FillSample(activity);
     activity.abstract = "Check the \"drawing\" & <sign>";
-    activity.priority = "high";
     activity.extid = "qor://ACTION/A1";
-    activity.status = "run";
     activity.duration = -5;
-    activity.durationUnit = "D";
-    activity.owner = "jdoe";
-    activity.participant = "jd";
-    activity.participantType = "HUMAN";
     activity.documentation = "caf\xE9";
-    activity.process.id = "P7";
-    activity.process.name = "Release";
     activity.process.context = "qor://CONTEXT/x?context=a&Nickname=b";
-    activity.process.SetDataNumber(2);
-    activity.process.datas[0].name = "D1";
-    activity.process.datas[0].type = "Part";
-    activity.process.datas[0].extid = "LumenUID://1";
-    activity.process.datas[0].value = "7";
-    activity.process.datas[1].name = "D2";
+    activity.process.datas[1].type = BexUnicodeString();
+    activity.process.datas[1].extid = BexUnicodeString();
     activity.process.datas[1].value = "";
-    activity.SetInputNumber(2);
     activity.inputs[0] = "A";
     activity.inputs[1] = "B";
     activity.SetOutputNumber(1);
     activity.outputs[0] = "C";
     EXPECT_EQ(Masked(Written(activity)), kHead + R"(<Participants>
-<Participant Id = "jd">
+<Participant Id = "jones">
 <ParticipantType Type = "HUMAN"/>
 </Participant>
 </Participants>
@@ -226,9 +210,9 @@ TEST(ActivityToXml, FullRecordGivesEveryFieldInItsPlace) {
 <DataType>
 <DeclaredType Id = "Part"/>
 </DataType>
-<InitialValue>7</InitialValue>
+<InitialValue>v1</InitialValue>
 <ExtendedAttributes>
-<ExtendedAttribute Name = "externId" Value = "LumenUID://1"/>
+<ExtendedAttribute Name = "externId" Value = "url1"/>
 </ExtendedAttributes>
 </DataField>
 <DataField Id = "D2">
@@ -243,12 +227,12 @@ TEST(ActivityToXml, FullRecordGivesEveryFieldInItsPlace) {
 </DataField>
 </DataFields>
 <Activities>
-<Activity Id = "A1" Name = "Review">
+<Activity Id = "A1" Name = "Design review">
 <Description>Check the &quot;drawing&quot; &amp; &lt;sign&gt;</Description>
 <Implementation>
 <No/>
 </Implementation>
-<Performer>jdoe</Performer>
+<Performer>smith</Performer>
 <Priority>high</Priority>
 <SimulationInformation>
 <Cost/>
@@ -261,9 +245,9 @@ TEST(ActivityToXml, FullRecordGivesEveryFieldInItsPlace) {
 <ExtendedAttribute Name = "IN" Value = "A"/>
 <ExtendedAttribute Name = "IN" Value = "B"/>
 <ExtendedAttribute Name = "OUT" Value = "C"/>
-<ExtendedAttribute Name = "status" Value = "run"/>
+<ExtendedAttribute Name = "status" Value = "RUN"/>
 <ExtendedAttribute Name = "externId" Value = "qor://ACTION/A1"/>
-<ExtendedAttribute Name = "generation" Value = "3"/>
+<ExtendedAttribute Name = "generation" Value = "34"/>
 </ExtendedAttributes>
 </Activity>
 </Activities>
@@ -379,9 +363,9 @@ TEST(ActivityToXml, ReplacesWhatTheTextHeld) {
           BexUnicodeString(std::string(100000, 'x').c_str())}) {
         BexUnicodeString xml(before);
         QorWflActivityToXml(ActivityInfo(), xml);
-        EXPECT_EQ(Masked(Text(xml)), expected);
+        EXPECT_EQ(Masked(Bytes(xml)), expected);
         QorWflActivityToXml(ActivityInfo(), xml);
-        EXPECT_EQ(Masked(Text(xml)), expected);
+        EXPECT_EQ(Masked(Bytes(xml)), expected);
     }
 }
 
@@ -392,7 +376,7 @@ TEST(ActivityToXml, TextIsOneByteACharacter) {
     QorWflActivityToXml(activity, xml);
     EXPECT_EQ(xml.IsNull(), 0);
     EXPECT_FALSE(xml.IsWide());
-    EXPECT_THAT(Text(xml), HasSubstr("<Description>\?\?</Description>"));
+    EXPECT_THAT(Bytes(xml), HasSubstr("<Description>\?\?</Description>"));
 }
 
 TEST(ActivityToXml, CreatedIsTheLocalTimeOfTheCall) {
@@ -416,7 +400,7 @@ TEST(ActivityToXml, RecordIsNotChangedAndGivesTheSameTextAgain) {
     const std::string first = Masked(Written(activity));
     EXPECT_EQ(Masked(Written(activity)), first);
     for (const TextField& field : TextFields()) {
-        EXPECT_EQ(Text(field.of(activity)), field.name);
+        EXPECT_EQ(Bytes(field.of(activity)), field.name);
     }
 }
 

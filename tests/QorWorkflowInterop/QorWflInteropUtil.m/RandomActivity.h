@@ -1,6 +1,8 @@
 #ifndef RandomActivity_H
 #define RandomActivity_H
 
+#include "ActivityFields.h"
+
 #include <ActivityInfo.h>
 
 #include <random>
@@ -9,20 +11,10 @@
 /** Every text of a record, those of its lists included. */
 inline std::vector<BexUnicodeString*> AllTextsOf(ActivityInfo& ioActivity) {
     ProcessInfo& process = ioActivity.process;
-    std::vector<BexUnicodeString*> texts = {&ioActivity.id,
-                                            &ioActivity.name,
-                                            &ioActivity.abstract,
-                                            &ioActivity.priority,
-                                            &ioActivity.extid,
-                                            &ioActivity.status,
-                                            &ioActivity.durationUnit,
-                                            &ioActivity.owner,
-                                            &ioActivity.participant,
-                                            &ioActivity.documentation,
-                                            &process.id,
-                                            &process.name,
-                                            &process.context,
-                                            &ioActivity.participantType};
+    std::vector<BexUnicodeString*> texts;
+    for (const auto& field : TextsOf(ioActivity)) {
+        texts.push_back(field.second);
+    }
     for (int index = 0; index < process.dataNumber; ++index) {
         DataInfo& data = process.datas[index];
         texts.insert(texts.end(), {&data.name, &data.type, &data.extid, &data.value});

@@ -60,23 +60,9 @@ inline std::string XpdlReply() {
 
 /** The fields that XpdlReply() gives. */
 inline ActivityFields NewFields() {
-    return {
-        {"id", "\"new id\""},
-        {"name", "\"new name\""},
+    ActivityFields fields = {
         {"generation", "33"},
-        {"abstract", "\"new abstract\""},
-        {"priority", "\"new priority\""},
-        {"extid", "\"new extid\""},
-        {"status", "\"new status\""},
         {"duration", "44"},
-        {"durationUnit", "\"new durationUnit\""},
-        {"owner", "\"new owner\""},
-        {"participant", "\"new participant\""},
-        {"participantType", "\"new participantType\""},
-        {"documentation", "\"new documentation\""},
-        {"process.id", "\"new process.id\""},
-        {"process.name", "\"new process.name\""},
-        {"process.context", "\"new process.context\""},
         {"process.datas", R"([{"d1" "t1" "x1" "v1"}{"d2" "t2" "x2" "v2"}])"},
         {"process.dataNumber", "2"},
         {"inputs", R"(["d1""d2"])"},
@@ -84,6 +70,11 @@ inline ActivityFields NewFields() {
         {"outputs", R"(["d2"])"},
         {"outputNumber", "1"},
     };
+    const ActivityInfo record;
+    for (const auto& field : TextsOf(record)) {
+        fields[field.first] = "\"new " + field.first + "\"";
+    }
+    return fields;
 }
 
 /** Where the element stands that is the n-th of its tag in a text, from its "<" to behind its end. */
