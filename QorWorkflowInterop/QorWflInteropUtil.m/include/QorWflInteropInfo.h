@@ -23,8 +23,8 @@
  *
  * Every operator returns the stream it was given. Trouble shows in the stream's state: at the end of the text, where no
  * number stands, with a count above 4096 that the rest of the text cannot hold, or when memory for a list cannot be had
- * (that list stays empty), the fail state is set; what follows is read as empty texts and 0, the elements of a list that
- * was begun included. No exception leaves an operator unless the stream's own exception mask asks for it.
+ * (that list stays empty), the fail state is set; what follows is read as empty texts and 0, the elements of a list
+ * that was begun included. No exception leaves an operator unless the stream's own exception mask asks for it.
  */
 
 /** Writes four lines: name, type, extid, value. */
