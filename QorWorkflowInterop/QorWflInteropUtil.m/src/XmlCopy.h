@@ -2,7 +2,6 @@
 #define XmlCopy_H
 
 #include <cstddef>
-#include <cstring>
 #include <string_view>
 
 #ifdef __SSE2__
