@@ -14,9 +14,10 @@ qorwfl() {
     run --separate-stderr "$QORWFL" "$@"
 }
 
-# Runs a command line on a terminal, which shows standard output and standard error alike; $output has what it showed.
+# Runs a command line of bash on a terminal, which shows standard output and standard error alike; $output has what it
+# showed. The shell is named because script takes the one of the environment, which may be another or none.
 on_terminal() {
-    run env TERM="${TERM_HERE-xterm}" script -qec "$1" /dev/null
+    run env SHELL="$BASH" TERM="${TERM_HERE-xterm}" script -qec "$1" /dev/null
 }
 
 # The test fails with these words.
