@@ -28,9 +28,19 @@ Secret MakeSecret() noexcept {
 
 /** Both halves of a product of 128 bits, folded: every bit of the factors reaches every bit of the result. */
 std::uint64_t Mix(std::uint64_t iLeft, std::uint64_t iRight) noexcept {
+#ifdef __SIZEOF_INT128__
     __extension__ using Wide = unsigned __int128;
     const Wide product = Wide{iLeft} * iRight;
     return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
+#else  // 32-bit machines: out of four products of halves
+    constexpr std::uint64_t kLowHalf = 0xFFFFFFFFU;
+    const std::uint64_t lowLow = (iLeft & kLowHalf) * (iRight & kLowHalf);
+    const std::uint64_t highLow = (iLeft >> 32U) * (iRight & kLowHalf);
+    const std::uint64_t lowHigh = (iLeft & kLowHalf) * (iRight >> 32U);
+    const std::uint64_t middle = (lowLow >> 32U) + (highLow & kLowHalf) + lowHigh;  // at most 2^64 - 1
+    const std::uint64_t high = (iLeft >> 32U) * (iRight >> 32U) + (highLow >> 32U) + (middle >> 32U);
+    return ((middle << 32U) | (lowLow & kLowHalf)) ^ high;
+#endif
 }
 
 template <typename Word>

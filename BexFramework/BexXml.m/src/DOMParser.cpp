@@ -40,7 +40,8 @@ ParseError Explain() {
     try {
         throw;
     } catch (const xercesc::SAXParseException& error) {
-        return {DOMString(error.getMessage()), error.getLineNumber(), error.getColumnNumber()};
+        return {DOMString(error.getMessage()), static_cast<unsigned long>(error.getLineNumber()),
+                static_cast<unsigned long>(error.getColumnNumber())};
     } catch (const xercesc::SAXException& error) {
         return {DOMString(error.getMessage())};
     } catch (const xercesc::XMLException& error) {

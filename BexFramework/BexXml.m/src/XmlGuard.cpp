@@ -54,7 +54,7 @@ private:
 
     static std::size_t SlotOf(const std::vector<Slot>& iSlots, Name iName, std::uint64_t iHash) {
         const std::size_t mask = iSlots.size() - 1;
-        std::size_t slot = iHash & mask;
+        std::size_t slot = static_cast<std::size_t>(iHash) & mask;
         while (iSlots[slot].name.data() != nullptr && (iSlots[slot].hash != iHash || iSlots[slot].name != iName)) {
             slot = (slot + 1) & mask;
         }

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdlib>
 #include <functional>
 #include <new>
@@ -124,7 +125,7 @@ std::vector<StringOperation> StringOperations() {
         {"part", [](BexUnicodeString& ioText) { ioText = ioText.SubString(1, 30); }},
         {"strip", [](BexUnicodeString& ioText) { ioText = ioText.Strip(4, 'e'); }},
         {"sum", [](BexUnicodeString& ioText) { ioText = ioText + LongWide() + LongNarrow(); }},
-        {"number", [](BexUnicodeString& ioText) { ioText.BuildFromNum(-9223372036854775807L, "%ld"); }},
+        {"number", [](BexUnicodeString& ioText) { ioText.BuildFromNum(LONG_MIN, "%ld"); }},
     };
 }
 
