@@ -42,23 +42,26 @@ class Target:
         """Fuzzes for a while and gives the row of the table, and the findings."""
         known = set(self.findings.iterdir())
         start = time.monotonic()
-        status = self.call(f"-max_total_time={seconds}", f"-dict={self.dictionary}", self.longest,
-                           f"-timeout={SECONDS_FOR_AN_INPUT}", f"-rss_limit_mb={MEMORY_MB}", "-print_final_stats=1",
-                           f"-artifact_prefix={self.findings}/", self.corpus, self.seeds)
+        status, processor = self.call(f"-max_total_time={seconds}", f"-dict={self.dictionary}", self.longest,
+                                      f"-timeout={SECONDS_FOR_AN_INPUT}", f"-rss_limit_mb={MEMORY_MB}",
+                                      "-print_final_stats=1", f"-artifact_prefix={self.findings}/", self.corpus,
+                                      self.seeds)
         elapsed = time.monotonic() - start
         log = self.log.read_text(encoding="utf-8", errors="replace")
         found = sorted(set(self.findings.iterdir()) - known)
         if status != 0 and not found:
             found = [None]
-        return Result(self, elapsed, log, found)
+        return Result(self, elapsed, processor, log, found)
 
     def call(self, *arguments):
-        """Runs the program with its output in the log and gives its exit status."""
+        """Runs the program with its output in the log and gives its exit status and the seconds of a processor it took."""
         # Freed memory is held back for a while, so that its use is seen; a single input uses little.
         environment = {"ASAN_OPTIONS": "quarantine_size_mb=32", **os.environ}
         with open(self.log, "wb") as log:
-            return subprocess.run([self.program, *arguments], stdout=log, stderr=log, check=False,
-                                  env=environment).returncode
+            process = subprocess.Popen([self.program, *arguments], stdout=log, stderr=log, env=environment)
+            _, status, usage = os.wait4(process.pid, 0)
+            process.returncode = os.waitstatus_to_exitcode(status)
+            return process.returncode, usage.ru_utime + usage.ru_stime
 
     def minimise(self):
         """Puts into the seeds those found inputs that reach what the others do not; of too many, some of every size."""
@@ -67,7 +70,7 @@ class Target:
             for seed in self.seeds.iterdir():
                 if not FOUND_NAME.fullmatch(seed.name):
                     shutil.copy(seed, kept)
-            if self.call("-set_cover_merge=1", self.longest, kept, self.seeds, self.corpus) != 0:
+            if self.call("-set_cover_merge=1", self.longest, kept, self.seeds, self.corpus)[0] != 0:
                 raise RuntimeError(f"{self.name}: the merge failed; see {self.log}")
             found = [file for file in kept.iterdir() if FOUND_NAME.fullmatch(file.name)]
             for seed in self.seeds.iterdir():
@@ -88,7 +91,7 @@ class Target:
 class Result:
     """What a run of a target came to."""
 
-    def __init__(self, target, elapsed, log, findings):
+    def __init__(self, target, elapsed, processor, log, findings):
         def last(pattern):
             matches = re.findall(pattern, log)
             return int(matches[-1]) if matches else 0
@@ -98,13 +101,13 @@ class Result:
         self.findings = findings
         self.executions = last(r"stat::number_of_executed_units:\s+(\d+)")
         self.seconds = elapsed
+        self.processor = processor
         self.covered = last(r" cov: (\d+)")
         self.edges = last(r"\((\d+) inline 8-bit counters\)")
 
     def row(self):
         """The cells of the table."""
-        rate = self.executions / self.seconds if self.seconds > 0 else 0
-        return (self.target.name, f"{self.executions:,}", f"{self.seconds:,.0f}", f"{rate:,.0f}",
+        return (self.target.name, f"{self.executions:,}", f"{self.seconds:,.0f}", f"{self.processor:,.0f}",
                 f"{self.covered:,} of {self.edges:,}", str(len(self.findings)))
 
     def explain(self):
@@ -127,7 +130,7 @@ def totals(folder):
 
 
 def print_table(rows):
-    titles = ("Target", "Executions", "Seconds", "Executions/s", "Edges", "Findings")
+    titles = ("Target", "Executions", "Seconds", "Processor seconds", "Edges", "Findings")
     table = [titles, ("---", "---:", "---:", "---:", "---:", "---:"), *rows]
     for row in table:
         print("| " + " | ".join(row) + " |")
@@ -141,6 +144,8 @@ def arguments():
     parser = argparse.ArgumentParser(prog="./dev fuzz", description=__doc__)
     parser.add_argument("--programs", type=pathlib.Path, required=True, help=argparse.SUPPRESS)
     parser.add_argument("--minimise", action="store_true", help="make seeds of the inputs that were found")
+    parser.add_argument("--at-once", type=int, default=os.cpu_count(), metavar="N",
+                        help="how many targets run at a time, as many as there are processors as a rule")
     parser.add_argument("what", nargs="*", metavar="[SECONDS] [TARGET...]",
                         help=f"seconds for each target, 60 as a rule; targets, all as a rule: {', '.join(all_names())}")
     options = parser.parse_args()
@@ -157,7 +162,7 @@ def main():
     options = arguments()
     programs = options.programs.resolve()
     targets = [Target(name, programs, programs.parent) for name in options.what or all_names()]
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+    with concurrent.futures.ThreadPoolExecutor(options.at_once) as pool:
         if options.minimise:
             for line in pool.map(Target.minimise, targets):
                 print(line)
