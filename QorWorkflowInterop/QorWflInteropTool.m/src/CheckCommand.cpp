@@ -1,5 +1,6 @@
 #include "CheckOutput.h"
 #include "Commands.h"
+#include "CommonOptions.h"
 #include "OutputFile.h"
 #include "Terminal.h"
 
@@ -54,16 +55,12 @@ void AddCheckCommand(CLI::App& ioApp, ExitStatus& oStatus) {
     CLI::App* command =
         ioApp.add_subcommand("check", "Tell what the reader takes of XPDL documents, and what it loses");
     const auto options = std::make_shared<Options>();
-    command->add_option("FILE", options->files, "The documents; - for the standard input")
-        ->required()
-        ->type_name("...");
-    command->add_option("--format", options->format, "text for people, json, or sarif for editors and code review")
-        ->check(CLI::IsMember({"text", "json", "sarif"}))
-        ->type_name("FORMAT");
+    AddInputs(*command, options->files, "FILE", "The documents; - for the standard input");
+    AddFormat(*command, "--format", options->format, {"text", "json", "sarif"},
+              "text for people, json, or sarif for editors and code review");
     command->add_flag("--strict", options->strict, "Let warnings fail as errors do");
-    command
-        ->add_option("-o,--output", options->output,
-                     "The file that takes the findings; - for the standard output, which is the default")
+    TakesName(command->add_option("-o,--output", options->output,
+                                  "The file that takes the findings; - for the standard output, which is the default"))
         ->type_name("FILE");
     command->footer(
         "Each finding has a code, QW101 and the like; docs/check-codes.md tells what they mean and what to do.\n"

@@ -10,19 +10,23 @@ constexpr int kMaxJobs = 256;
 
 }  // namespace
 
+CLI::Option* TakesName(CLI::Option* ioOption) {
+    return ioOption->check(
+        CLI::Validator([](const std::string& iName) { return iName.empty() ? "a name is needed" : ""; }, ""));
+}
+
 void AddInputs(CLI::App& ioCommand, std::vector<std::string>& oInputs, const char* iName, const char* iDescription) {
-    ioCommand.add_option(iName, oInputs, iDescription)->required()->type_name("");
+    TakesName(ioCommand.add_option(iName, oInputs, iDescription))->required()->type_name("");
 }
 
 void AddInput(CLI::App& ioCommand, std::string& oInput, const char* iName, const char* iDescription) {
-    ioCommand.add_option(iName, oInput, iDescription)->required()->type_name("");
+    TakesName(ioCommand.add_option(iName, oInput, iDescription))->required()->type_name("");
 }
 
 void AddConfig(CLI::App& ioCommand, std::optional<std::string>& oConfig) {
-    ioCommand
-        .add_option("--config", oConfig,
-                    "The property file, or the folder with the file QorWflActionManager in it;\n"
-                    "without it, that file is looked for along BexMsgCatalogPath")
+    TakesName(ioCommand.add_option("--config", oConfig,
+                                   "The property file, or the folder with the file QorWflActionManager in it;\n"
+                                   "without it, that file is looked for along BexMsgCatalogPath"))
         ->type_name("FILE_OR_DIR");
 }
 
@@ -43,7 +47,7 @@ void AddCreated(CLI::App& ioCommand, std::optional<std::string>& oCreated) {
 }
 
 void AddOutput(CLI::App& ioCommand, std::optional<std::string>& oOutput, const char* iType, const char* iDescription) {
-    ioCommand.add_option("-o,--output", oOutput, iDescription)->type_name(iType);
+    TakesName(ioCommand.add_option("-o,--output", oOutput, iDescription))->type_name(iType);
 }
 
 void AddJobs(CLI::App& ioCommand, int& oJobs) {

@@ -13,6 +13,8 @@ class Option;
 
 /** @file Options that more than one command has, so that they are called and described alike. */
 
+/** Lets an option or a positional take the name of a file or folder: an empty one is wrong usage. */
+CLI::Option* TakesName(CLI::Option* ioOption);
 /** The inputs, one or several. */
 void AddInputs(CLI::App& ioCommand, std::vector<std::string>& oInputs, const char* iName, const char* iDescription);
 /** One input. */

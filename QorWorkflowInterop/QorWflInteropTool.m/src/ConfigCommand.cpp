@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "CommonOptions.h"
 #include "ConfigExplanation.h"
 #include "ConfigReport.h"
 #include "Files.h"
@@ -46,26 +47,24 @@ void Explain(const Options& iOptions) {
 }
 
 void AddFormat(CLI::App& ioCommand, Options& oOptions) {
-    ioCommand.add_option("--format", oOptions.format, "text, or json for programs")
-        ->check(CLI::IsMember({"text", "json"}))
-        ->type_name("FORMAT");
+    ::AddFormat(ioCommand, "--format", oOptions.format, {"text", "json"}, "text, or json for programs");
+}
+
+/** The property file, which the standard input can be here. */
+CLI::Option* AddPropertyFile(CLI::App& ioCommand, const char* iName, Options& oOptions) {
+    return TakesName(
+        ioCommand.add_option(iName, oOptions.config,
+                             "The property file, or the folder with the file QorWflActionManager in it;\n"
+                             "- for the standard input; without it, that file is looked for along BexMsgCatalogPath"));
 }
 
 void AddConfig(CLI::App& ioCommand, Options& oOptions) {
-    ioCommand
-        .add_option("--config", oOptions.config,
-                    "The property file, or the folder with the file QorWflActionManager in it;\n"
-                    "- for the standard input; without it, that file is looked for along BexMsgCatalogPath")
-        ->type_name("FILE_OR_DIR");
+    AddPropertyFile(ioCommand, "--config", oOptions)->type_name("FILE_OR_DIR");
 }
 
 void AddCheck(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions, ExitStatus& oStatus) {
     CLI::App* command = ioConfig.add_subcommand("check", "Look for what is wrong in a property file");
-    command
-        ->add_option("FILE", iOptions->config,
-                     "The property file, or the folder with the file QorWflActionManager in it;\n"
-                     "- for the standard input; without it, that file is looked for along BexMsgCatalogPath")
-        ->type_name("");
+    AddPropertyFile(*command, "FILE", *iOptions)->type_name("");
     AddFormat(*command, *iOptions);
     command->add_flag("--strict", iOptions->isStrict, "Let warnings fail as errors do");
     command->footer(

@@ -42,7 +42,8 @@ void AddConvertCommand(CLI::App& ioApp, ExitStatus& oStatus) {
     AddFormat(*command, "--from", options->from, {"xpdl", "text", "json"}, "The form of the input")->required();
     AddFormat(*command, "--to", options->to, {"xpdl", "text", "json"}, "The form of the output")->required();
     AddInput(*command, options->input, "FILE", "The document, record text, action or record; - for the standard input");
-    AddOutput(*command, options->output, "FILE_OR_DIR", "The output file instead of the standard output");
+    AddOutput(*command, options->output, "FILE_OR_DIR",
+              "The output file, or a folder that takes one, instead of the standard output");
     AddConfig(*command, options->config);
     AddCreated(*command, options->created);
     command->footer(

@@ -55,7 +55,8 @@ void AddGraphCommand(CLI::App& ioApp, ExitStatus& oStatus) {
               "Graphviz has to be installed");
     AddFormat(*command, "--from", options->from, {"xpdl", "text", "json"},
               "The form of the input; without it, it is recognised by how it begins");
-    AddOutput(*command, options->output, "FILE_OR_DIR", "The output file instead of the standard output");
+    AddOutput(*command, options->output, "FILE_OR_DIR",
+              "The output file, or a folder that takes one, instead of the standard output");
     AddConfig(*command, options->config);
     command->footer(
         "An input or output that is no data field of the process is drawn with a dashed line.\n"

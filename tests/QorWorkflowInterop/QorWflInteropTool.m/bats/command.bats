@@ -32,6 +32,27 @@ load shell.bash
     assert_usage "exports"
 }
 
+@test "an empty name of a file is wrong usage" {
+    local name
+    for name in export import check "convert --from xpdl --to text" "diff $EXAMPLES/reply.xpdl" graph "config check"; do
+        # shellcheck disable=SC2086 # several words
+        qorwfl $name ""
+        assert_usage "a name is needed"
+    done
+    for name in "export a.json" "convert --from json --to text a.json" "graph a.json" "diff a.json b.json" \
+        "config show" "config explain --environment E --table T"; do
+        # shellcheck disable=SC2086 # several words
+        qorwfl $name --config ""
+        assert_usage "--config: a name is needed"
+    done
+    for name in "export a.json" "import a" "convert --from xpdl --to text a" "check a" "graph a"; do
+        # shellcheck disable=SC2086 # several words
+        qorwfl $name -o ""
+        assert_usage "--output: a name is needed"
+    done
+    [[ -z $(ls) ]]
+}
+
 @test "what arguments and names of files hold has no effect on a terminal" {
     qorwfl import $'a\e[1m\x9b\xc2\x9b\xc3\xbc\xff'
     assert_status 1
