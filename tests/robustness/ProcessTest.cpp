@@ -1,5 +1,6 @@
 // What only the first use, the stack or the end of a process shows. Each check has a process to itself.
 
+#include "RunOnThreads.h"
 #include "WholeWay.h"
 
 #include <BexQorTrace.h>
@@ -20,7 +21,6 @@
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
-#include <vector>
 
 namespace {
 
@@ -65,21 +65,8 @@ TEST(FirstUse, MayBeOnSixteenThreadsAtOnce) {
             [] { return WholeWay::OutAndBack(*WholeWay::ConfiguredManager()).find("smith") != std::string::npos; },
         };
         constexpr int kThreads = 16;
-        std::atomic<int> waiting{kThreads};
         std::atomic<int> good{0};
-        std::vector<std::thread> threads;
-        for (int i = 0; i < kThreads; ++i) {
-            threads.emplace_back([&, i] {
-                --waiting;
-                while (waiting != 0) {
-                    std::this_thread::yield();
-                }
-                good += uses[i % 4]() ? 1 : 0;
-            });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        RunOnThreads(kThreads, [&](int iThread) { good += uses[iThread % 4]() ? 1 : 0; });
         return good == kThreads;
     });
 }

@@ -1,3 +1,4 @@
+#include "RunOnThreads.h"
 #include "WholeWay.h"
 
 #include <BexQorTrace.h>
@@ -13,7 +14,6 @@
 #include <sstream>
 #include <string>
 #include <thread>
-#include <vector>
 
 namespace {
 
@@ -58,24 +58,6 @@ private:
     std::atomic<long> faults{0};
 };
 
-/** Runs the same work on all threads from one common start. */
-void RunOnAllThreads(const std::function<void(int)>& iWork) {
-    std::atomic<int> waiting{kThreads};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([&, i] {
-            --waiting;
-            while (waiting != 0) {
-                std::this_thread::yield();
-            }
-            iWork(i);
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-}
-
 class ThreadStress : public testing::Test {
 protected:
     const TemporaryDirectory directory;
@@ -92,7 +74,7 @@ protected:
 TEST_F(ThreadStress, EverythingOnObjectsOfEachThreadGivesTheSameAsAlone) {
     const std::string expected = WholeWay::Once(recordText);
     std::atomic<int> wrong{0};
-    RunOnAllThreads([&](int) {
+    RunOnThreads(kThreads, [&](int) {
         for (int round = 0; round < kRounds; ++round) {
             wrong += WholeWay::Once(recordText) == expected ? 0 : 1;
         }
@@ -116,7 +98,7 @@ TEST_F(ThreadStress, SharedManagerHandlerRecordTreeAndTableAreRead) {
     const std::string expected = WholeWay::OutAndBack(*manager);
     const std::string document = WholeWay::Document(record);
     std::atomic<int> wrong{0};
-    RunOnAllThreads([&](int) {
+    RunOnThreads(kThreads, [&](int) {
         for (int round = 0; round < kRounds; ++round) {
             wrong += WholeWay::OutAndBack(*manager) == expected ? 0 : 1;
             wrong += WholeWay::Document(record) == document ? 0 : 1;
@@ -151,7 +133,7 @@ TEST_F(ThreadStress, ChannelsAndSinksChangeWhileEverythingRuns) {
         }
     });
     BexQorTrace silent("ThreadStress", "", "", 0);  // its lines go to a sink or nowhere
-    RunOnAllThreads([&](int iThread) {
+    RunOnThreads(kThreads, [&](int iThread) {
         for (int round = 0; round < kRounds; ++round) {
             BexQorTrace::SetOn("ThreadStress", (iThread + round) % 2);
             BexQorTraceStep step(silent, "a round");
@@ -178,7 +160,7 @@ TEST_F(ThreadStress, TracesOfAllThreadsComeInWholeLines) {
     const WatchingSink sink;
     BexQorTrace::SetOn("WFInterop", 1);
     BexQorTrace::SetOn("WFInteropUrl", 1);
-    RunOnAllThreads([&](int) {
+    RunOnThreads(kThreads, [&](int) {
         for (int round = 0; round < kRounds / 5; ++round) {
             WholeWay::OutAndBack(*WholeWay::ConfiguredManager());
         }

@@ -1,3 +1,4 @@
+#include "RunOnThreads.h"
 #include "TestComponent.h"
 
 #include <BexBaseUnknown.h>
@@ -7,9 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <thread>
 #include <type_traits>
-#include <vector>
 
 namespace {
 
@@ -108,20 +107,14 @@ TEST(BaseUnknown, MetaObjectDescribesIt) {
 TEST(BaseUnknown, ReferencesCountFromManyThreads) {
     bool destroyed = false;
     auto* object = new PlainObject(&destroyed);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back([object] {
-            for (int round = 0; round < 5000; ++round) {
-                const BexBaseUnknown_var held(object);
-                const BexBaseUnknown_var copy(held);
-                BexBaseUnknown_var cast;
-                cast.CastTo(copy.GetPointer(), IID_BexBaseUnknown);
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    RunOnThreads(8, [object](int) {
+        for (int round = 0; round < 5000; ++round) {
+            const BexBaseUnknown_var held(object);
+            const BexBaseUnknown_var copy(held);
+            BexBaseUnknown_var cast;
+            cast.CastTo(copy.GetPointer(), IID_BexBaseUnknown);
+        }
+    });
     EXPECT_FALSE(destroyed);
     EXPECT_EQ(object->Release(), 0U);
     EXPECT_TRUE(destroyed);
@@ -131,15 +124,10 @@ TEST(BaseUnknown, TheLastOfManyThreadsDestroysIt) {
     for (int round = 0; round < 200; ++round) {
         bool destroyed = false;
         auto* object = new PlainObject(&destroyed);
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 4; ++i) {
+        for (int reference = 2; reference <= 4; ++reference) {
             object->AddRef();
-            threads.emplace_back([object] { object->Release(); });
         }
-        object->Release();
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        RunOnThreads(4, [object](int) { object->Release(); });
         EXPECT_TRUE(destroyed);
     }
 }

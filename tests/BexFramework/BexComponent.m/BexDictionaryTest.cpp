@@ -1,3 +1,4 @@
+#include "RunOnThreads.h"
 #include "TestComponent.h"
 
 #include <BexDictionary.h>
@@ -11,8 +12,6 @@
 #include <cstring>
 #include <memory>
 #include <string>
-#include <thread>
-#include <vector>
 
 namespace {
 
@@ -176,30 +175,24 @@ TEST_F(Dictionary, AnIdentifierCanBeEnteredAgain) {
 TEST_F(Dictionary, EntersAndFindsFromManyThreads) {
     Add(kIidFirst, "TestFirst", &metaFirst);
     std::atomic<int> wrong{0};
-    std::vector<std::thread> threads;
-    for (std::uint16_t i = 0; i < 8; ++i) {
-        threads.emplace_back([this, &wrong, i] {
-            GUID iid = kIidSecond;
-            iid.Data3 = static_cast<std::uint16_t>(0x100 + i);
-            const std::string name = "TestThread" + std::to_string(i);
-            BexMetaClass meta(iid, name.c_str(), nullptr, nullptr, BexTypeOfClassInterface);
-            for (int round = 0; round < 500; ++round) {
-                {
-                    const BexFillDictionary fill(iid, kMeta, &meta, nullptr);
-                    Add(iid, "TestManyThreads", &meta);
-                    wrong += FindInDictionary(iid) != &meta ? 1 : 0;
-                    wrong += FindInDictionary(name.c_str()) != &meta ? 1 : 0;
-                    wrong += FindInDictionary("TestManyThreads") == nullptr ? 1 : 0;
-                }
-                wrong += FindInDictionary(iid) != nullptr ? 1 : 0;
-                wrong += FindInDictionary(kIidFirst) != &metaFirst ? 1 : 0;
-                wrong += FindInDictionary("TestFirst") != &metaFirst ? 1 : 0;
+    RunOnThreads(8, [this, &wrong](int iThread) {
+        GUID iid = kIidSecond;
+        iid.Data3 = static_cast<std::uint16_t>(0x100 + iThread);
+        const std::string name = "TestThread" + std::to_string(iThread);
+        BexMetaClass meta(iid, name.c_str(), nullptr, nullptr, BexTypeOfClassInterface);
+        for (int round = 0; round < 500; ++round) {
+            {
+                const BexFillDictionary fill(iid, kMeta, &meta, nullptr);
+                Add(iid, "TestManyThreads", &meta);
+                wrong += FindInDictionary(iid) != &meta ? 1 : 0;
+                wrong += FindInDictionary(name.c_str()) != &meta ? 1 : 0;
+                wrong += FindInDictionary("TestManyThreads") == nullptr ? 1 : 0;
             }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+            wrong += FindInDictionary(iid) != nullptr ? 1 : 0;
+            wrong += FindInDictionary(kIidFirst) != &metaFirst ? 1 : 0;
+            wrong += FindInDictionary("TestFirst") != &metaFirst ? 1 : 0;
+        }
+    });
     EXPECT_EQ(wrong, 0);
     EXPECT_THAT(FindInDictionary("TestManyThreads"), IsNull());
 }

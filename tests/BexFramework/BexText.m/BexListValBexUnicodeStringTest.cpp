@@ -1,3 +1,4 @@
+#include "RunOnThreads.h"
 #include "TextTesting.h"
 
 #include <BexListValBexUnicodeString.h>
@@ -9,7 +10,6 @@
 #include <random>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -488,18 +488,13 @@ TEST(BexList, SeveralThreadsMayLocateInOneListThatNobodyChanges) {
             fresh.Append(model[pos]);
         }
         const BexListValBexUnicodeString& list = fresh;
-        std::vector<int> found(4);
-        std::vector<std::thread> threads;
-        for (int& count : found) {
-            threads.emplace_back([&list, &count] {
-                for (int pos = kValues; pos >= 1; --pos) {
-                    count += list.Locate(list[pos]) == pos && list.Locate(list[pos], pos + 1) == 0 ? 1 : 0;
-                }
-            });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        const auto found = ResultsOfThreads<int>([&list] {
+            int count = 0;
+            for (int pos = kValues; pos >= 1; --pos) {
+                count += list.Locate(list[pos]) == pos && list.Locate(list[pos], pos + 1) == 0 ? 1 : 0;
+            }
+            return count;
+        });
         for (const int count : found) {
             ASSERT_EQ(count, kValues);
         }

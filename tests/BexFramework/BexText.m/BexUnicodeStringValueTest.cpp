@@ -1,5 +1,6 @@
 // How strings come into being, are copied, moved and reset, and how they convert to and from narrow text.
 
+#include "RunOnThreads.h"
 #include "TextTesting.h"
 
 #include <BexUnicodeString.h>
@@ -11,7 +12,6 @@
 #include <locale>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -186,14 +186,7 @@ TEST(BexUnicodeStringValue, NarrowTextStaysValidWhileTheStringIsOnlyRead) {
 TEST(BexUnicodeStringValue, SeveralThreadsMayConvertOneStringThatNobodyChanges) {
     for (int round = 0; round < 100; ++round) {
         const BexUnicodeString text = Units(u"\u0161 is no narrow character, \u00E9 is one");
-        std::vector<std::string> results(4);
-        std::vector<std::thread> threads;
-        for (std::string& result : results) {
-            threads.emplace_back([&text, &result] { result = text.ConvertToChar(); });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        const auto results = ResultsOfThreads<std::string>([&text] { return text.ConvertToChar(); });
         for (const std::string& result : results) {
             ASSERT_EQ(result, "? is no narrow character, \xE9 is one");
         }

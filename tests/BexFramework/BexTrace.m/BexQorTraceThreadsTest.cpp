@@ -1,4 +1,5 @@
 #include "RecordingSink.h"
+#include "RunOnThreads.h"
 
 #include <BexQorTrace.h>
 #include <BexQorTraceStep.h>
@@ -22,25 +23,6 @@ using testing::SizeIs;
 
 constexpr int kThreads = 8;
 constexpr int kRounds = 500;
-
-/** Runs the same work on all threads, each with its number, from one common start. */
-template <typename Work>
-void RunOnAllThreads(Work iWork) {
-    std::atomic<int> waiting{kThreads};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([&waiting, &iWork, i] {
-            --waiting;
-            while (waiting != 0) {
-                std::this_thread::yield();
-            }
-            iWork(i);
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-}
 
 /** A step with two messages put together from many pieces; every line carries the thread and the round. */
 void TraceRound(BexQorTrace& ioChannel, int iThread, int iRound) {
@@ -81,7 +63,7 @@ TEST(TraceThreads, LinesReachTheSinkWholeAndOneAtATime) {
     BexQorTrace channel("Threads", "", "STDOUT", 64);
     BexQorTrace::SetOn("Threads", 1);
     RecordingSink sink;  // keeps its calls in a plain vector: two calls at once would race
-    RunOnAllThreads([&channel](int iThread) {
+    RunOnThreads(kThreads, [&channel](int iThread) {
         for (int round = 0; round < kRounds; ++round) {
             TraceRound(channel, iThread, round);
         }
@@ -101,7 +83,7 @@ TEST(TraceThreads, LinesReachStandardOutputWholeFromSeveralChannels) {
     BexQorTrace::SetOn("ThreadsEven", 1);
     BexQorTrace::SetOn("ThreadsOdd", 1);
     testing::internal::CaptureStdout();
-    RunOnAllThreads([&even, &odd](int iThread) {
+    RunOnThreads(kThreads, [&even, &odd](int iThread) {
         for (int round = 0; round < kRounds; ++round) {
             TraceRound(iThread % 2 == 0 ? even : odd, iThread, round);
         }
@@ -188,7 +170,7 @@ TEST(TraceThreads, AFormerSinkIsAtRestWhenSetSinkIsBack) {
 TEST(TraceThreads, ChannelsComeAndGoAndSwitchOnEveryThread) {
     RecordingSink sink;
     std::atomic<int> wrong{0};
-    RunOnAllThreads([&wrong](int iThread) {
+    RunOnThreads(kThreads, [&wrong](int iThread) {
         const std::string own = "Threads" + std::to_string(iThread);
         for (int round = 0; round < kRounds; ++round) {
             BexQorTrace channel(own.c_str(), "", "", 0);

@@ -1,3 +1,5 @@
+#include "RunOnThreads.h"
+
 #include <BexDom.h>
 #include <BexXMLParser.h>
 
@@ -13,8 +15,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <thread>
-#include <vector>
 
 namespace {
 
@@ -68,14 +68,8 @@ TEST(BexXMLParserFirstCall, StartingWorks) {
 
 TEST(BexXMLParserFirstCall, StartingFromManyThreadsWorks) {
     ExpectWorksFirst([] {
-        std::vector<std::thread> threads;
         std::atomic<int> good{0};
-        for (int count = 0; count < 16; ++count) {
-            threads.emplace_back([&good] { good += BexXMLParser::Initialize() == 0 && ReadsADocument() ? 1 : 0; });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        RunOnThreads(16, [&good](int) { good += BexXMLParser::Initialize() == 0 && ReadsADocument() ? 1 : 0; });
         return good == 16;
     });
 }

@@ -1,3 +1,5 @@
+#include "RunOnThreads.h"
+
 #include <BexDom.h>
 #include <BexXMLParser.h>
 
@@ -8,6 +10,7 @@
 #include <TemporaryDirectory.h>
 #include <XmlText.h>
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <fcntl.h>
 #include <functional>
@@ -17,9 +20,7 @@
 #include <string>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
-#include <vector>
 
 namespace {
 
@@ -461,20 +462,14 @@ TEST(DomParser, TellsWhatIsWrongAndWhere) {
 }
 
 TEST(DomParser, WorksOnSeveralThreadsAtOnce) {
-    std::vector<std::thread> threads;
-    std::vector<int> good(4);
-    for (std::size_t number = 0; number < good.size(); ++number) {
-        threads.emplace_back([&good, number] {
-            for (int round = 0; round < 100; ++round) {
-                const std::string value = std::to_string(number) + "." + std::to_string(round);
-                const DOM_Document document = Parsed("<a>" + value + "</a>");
-                const bool broken = Parsed("<a>" + value).isNull();
-                good[number] += broken && Shape(document) == "#document(a('" + value + "'))" ? 1 : 0;
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(good, std::vector<int>(4, 100));
+    std::atomic<int> good{0};
+    RunOnThreads(4, [&good](int iThread) {
+        for (int round = 0; round < 100; ++round) {
+            const std::string value = std::to_string(iThread) + "." + std::to_string(round);
+            const DOM_Document document = Parsed("<a>" + value + "</a>");
+            const bool broken = Parsed("<a>" + value).isNull();
+            good += broken && Shape(document) == "#document(a('" + value + "'))" ? 1 : 0;
+        }
+    });
+    EXPECT_EQ(good, 400);
 }

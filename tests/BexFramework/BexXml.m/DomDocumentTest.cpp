@@ -1,3 +1,5 @@
+#include "RunOnThreads.h"
+
 #include <BexDom.h>
 
 #include <gtest/gtest.h>
@@ -5,8 +7,6 @@
 
 #include <XmlText.h>
 #include <string>
-#include <thread>
-#include <vector>
 
 TEST(DomDocument, NewOneIsEmpty) {
     const DOM_Document document = DOM_Document::createDocument();
@@ -183,24 +183,18 @@ TEST(DomCharacterData, ReadsAndChangesItsText) {
 
 TEST(DomDocument, MayBeReadFromSeveralThreads) {
     const DOM_Document document = Parsed("<r><a n='1'>one</a><a n='2'>two</a></r>");
-    std::vector<std::thread> threads;
-    std::vector<std::string> results(4);
-    for (std::string& result : results) {
-        threads.emplace_back([&document, &result] {
-            for (int round = 0; round < 200; ++round) {
-                result.clear();
-                for (DOM_Node node = document.getDocumentElement().getFirstChild(); node != 0;
-                     node = node.getNextSibling()) {
-                    result += Narrow(node.getNodeName()) +
-                              Narrow(node.getAttributes().getNamedItem("n").getNodeValue()) +
-                              Narrow(node.getFirstChild().getNodeValue());
-                }
+    const auto results = ResultsOfThreads<std::string>([&document] {
+        std::string result;
+        for (int round = 0; round < 200; ++round) {
+            result.clear();
+            for (DOM_Node node = document.getDocumentElement().getFirstChild(); node != 0;
+                 node = node.getNextSibling()) {
+                result += Narrow(node.getNodeName()) + Narrow(node.getAttributes().getNamedItem("n").getNodeValue()) +
+                          Narrow(node.getFirstChild().getNodeValue());
             }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+        }
+        return result;
+    });
     for (const std::string& result : results) {
         EXPECT_EQ(result, "a1onea2two");
     }

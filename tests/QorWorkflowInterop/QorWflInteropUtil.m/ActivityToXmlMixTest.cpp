@@ -22,17 +22,6 @@ std::string Written(const ActivityInfo& iActivity) {
     return NaiveXpdlWriter::Masked(std::string(xml.ConvertToChar(), static_cast<std::size_t>(xml.GetLengthInChar())));
 }
 
-BexUnicodeString NullEmptyOrFilled(int iKind) {
-    switch (iKind) {
-        case 0:
-            return BexUnicodeString();
-        case 1:
-            return BexUnicodeString("");
-        default:
-            return BexUnicodeString("text");
-    }
-}
-
 /** A field as it comes back: null attributes are empty ones, and white space in an attribute is a blank. */
 void ReadBackAttribute(BexUnicodeString& ioText) {
     std::string text = ioText.ConvertToChar();
@@ -98,13 +87,13 @@ void ReadBack(ActivityInfo& ioActivity) {
 }  // namespace
 
 TEST(ActivityToXmlMix, EveryMixOfNullEmptyAndFilledElementTexts) {
-    for (int kinds = 0; kinds < 3 * 3 * 3 * 3 * 3; ++kinds) {
+    for (unsigned kinds = 0; kinds < 3 * 3 * 3 * 3 * 3; ++kinds) {
         ActivityInfo activity;
         activity.process.SetDataNumber(1);
-        int left = kinds;
+        unsigned left = kinds;
         for (BexUnicodeString* text : {&activity.abstract, &activity.owner, &activity.priority, &activity.documentation,
                                        &activity.process.datas[0].value}) {
-            *text = NullEmptyOrFilled(left % 3);
+            *text = NullEmptyOr(left % 3, "text");
             left /= 3;
         }
         ASSERT_EQ(Written(activity), NaiveXpdlWriter::DocumentOf(activity)) << kinds;
@@ -115,13 +104,13 @@ TEST(ActivityToXmlMix, EveryMixOfCounts) {
     for (int datas = -1; datas < 3; ++datas) {
         for (int inputs = -1; inputs < 3; ++inputs) {
             for (int outputs = -1; outputs < 3; ++outputs) {
-                for (int kind = 0; kind < 3; ++kind) {
+                for (unsigned kind = 0; kind < 3; ++kind) {
                     ActivityInfo activity;
                     activity.process.SetDataNumber(datas);
                     activity.SetInputNumber(inputs);
                     activity.SetOutputNumber(outputs);
                     for (BexUnicodeString* text : AllTextsOf(activity)) {
-                        *text = NullEmptyOrFilled(kind);
+                        *text = NullEmptyOr(kind, "text");
                     }
                     ASSERT_EQ(Written(activity), NaiveXpdlWriter::DocumentOf(activity))
                         << datas << inputs << outputs << kind;

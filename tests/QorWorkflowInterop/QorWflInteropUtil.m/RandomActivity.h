@@ -28,6 +28,18 @@ inline std::vector<BexUnicodeString*> AllTextsOf(ActivityInfo& ioActivity) {
     return texts;
 }
 
+/** The null text for 0, the empty one for 1, and otherwise this text. */
+inline BexUnicodeString NullEmptyOr(unsigned long iChoice, const BexUnicodeString& iText) {
+    switch (iChoice) {
+        case 0:
+            return BexUnicodeString();
+        case 1:
+            return BexUnicodeString("");
+        default:
+            return iText;
+    }
+}
+
 /** Fills a record at random: a third of its texts null, a third empty, lists of -1 to 3 elements, any numbers. */
 class RandomActivity {
 public:
@@ -49,14 +61,8 @@ private:
     int Count() { return static_cast<int>(random() % 5) - 1; }
 
     BexUnicodeString Text() {
-        switch (random() % 3) {
-            case 0:
-                return BexUnicodeString();
-            case 1:
-                return BexUnicodeString("");
-            default:
-                return texts[random() % texts.size()];
-        }
+        const auto choice = random() % 3;
+        return NullEmptyOr(choice, choice == 2 ? texts[random() % texts.size()] : BexUnicodeString());
     }
 
     std::mt19937 random;

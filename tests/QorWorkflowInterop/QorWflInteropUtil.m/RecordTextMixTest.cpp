@@ -3,6 +3,7 @@
 #include "NaiveRecordWriter.h"
 #include "RandomActivity.h"
 #include "RecordTesting.h"
+#include "RunOnThreads.h"
 
 #include <QorWflInteropInfo.h>
 
@@ -12,7 +13,6 @@
 #include <locale>
 #include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -170,21 +170,16 @@ TEST(RecordTextMix, QuotesAndLineFeedsInEveryFieldAreReadAsNaively) {
 }
 
 TEST(RecordTextMix, SeveralThreadsMayRead) {
-    std::vector<std::thread> threads;
-    std::vector<std::string> read(4);
-    for (std::string& text : read) {
-        threads.emplace_back([&text] {
-            for (int round = 0; round < 50; ++round) {
-                std::istringstream stream(kSampleText);
-                ActivityInfo activity;
-                stream >> activity;
-                text = RecordContent::Of(activity).Print();
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    const auto read = ResultsOfThreads<std::string>([] {
+        std::string text;
+        for (int round = 0; round < 50; ++round) {
+            std::istringstream stream(kSampleText);
+            ActivityInfo activity;
+            stream >> activity;
+            text = RecordContent::Of(activity).Print();
+        }
+        return text;
+    });
     ActivityInfo sample;
     FillSample(sample);
     for (const std::string& text : read) {

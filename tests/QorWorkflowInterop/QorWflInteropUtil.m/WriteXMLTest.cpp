@@ -1,3 +1,5 @@
+#include "RunOnThreads.h"
+
 #include <BexDom.h>
 #include <WriteXML.h>
 
@@ -6,7 +8,6 @@
 #include <XmlText.h>
 #include <algorithm>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -303,19 +304,14 @@ TEST_F(WriteXmlNodes, WrittenDocumentReadsBackAsTheSameText) {
 TEST_F(WriteXmlNodes, SeveralThreadsMayWriteOneTree) {
     DOM_Document tree = Parsed("<r a='1'>text<!--c--><b/></r>");
     const std::string expected = kDeclaration + "<r a = \"1\">text<!--c--><b/></r>\n";
-    std::vector<std::thread> threads;
-    std::vector<int> good(4);
-    for (int& count : good) {
-        threads.emplace_back([&tree, &count, &expected] {
-            for (int round = 0; round < 200; ++round) {
-                DOM_Node node = tree;
-                DOMString out;
-                count += WriteXML(node, out) == 0 && Narrow(out) == expected ? 1 : 0;
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    const auto good = ResultsOfThreads<int>([&tree, &expected] {
+        int count = 0;
+        for (int round = 0; round < 200; ++round) {
+            DOM_Node node = tree;
+            DOMString out;
+            count += WriteXML(node, out) == 0 && Narrow(out) == expected ? 1 : 0;
+        }
+        return count;
+    });
     EXPECT_EQ(good, std::vector<int>(4, 200));
 }

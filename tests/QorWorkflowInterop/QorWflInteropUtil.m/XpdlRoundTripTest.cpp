@@ -1,4 +1,5 @@
 #include "ActivityFields.h"
+#include "RandomActivity.h"
 
 #include <ActivityInfo.h>
 #include <QorWflActivityToXml.h>
@@ -247,16 +248,7 @@ TEST(XpdlRoundTrip, DocumentSettlesAfterOneReadingAlsoWithNullAndEmptyTexts) {
     std::mt19937 random(8);
     for (int round = 0; round < 100; ++round) {
         TwoOfEachList activity;
-        FillAll(activity, [&random] {
-            switch (random() % 3) {
-                case 0:
-                    return BexUnicodeString();
-                case 1:
-                    return BexUnicodeString("");
-                default:
-                    return BexUnicodeString("text");
-            }
-        });
+        FillAll(activity, [&random] { return NullEmptyOr(random() % 3, "text"); });
         ActivityInfo first;
         QorWflXmlToActivity(Written(activity), first);
         const BexUnicodeString settled = Written(first);

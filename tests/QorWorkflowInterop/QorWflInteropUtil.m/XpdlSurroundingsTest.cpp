@@ -3,6 +3,7 @@
 #include "LibraryTrace.h"
 #include "RandomActivity.h"
 #include "RecordTesting.h"
+#include "RunOnThreads.h"
 #include "XpdlReply.h"
 
 #include <ActivityInfo.h>
@@ -22,7 +23,6 @@
 #include <stdexcept>
 #include <streambuf>
 #include <string>
-#include <thread>
 #include <vector>
 
 // How reader, writer and serializer get on with what is around them: memory, streams, channels, threads, one another.
@@ -209,24 +209,19 @@ TEST(XmlToActivitySurroundings, StandardStreamsThatFailOrThrowDoNotDisturbTheRea
 }
 
 TEST(XmlToActivitySurroundings, SeveralThreadsMayReadAndWrite) {
-    std::vector<std::thread> threads;
-    std::vector<ActivityFields> fields(4);
-    for (ActivityFields& read : fields) {
-        threads.emplace_back([&read] {
-            for (int round = 0; round < 20; ++round) {
-                ActivityInfo first;
-                QorWflXmlToActivity(XpdlReply().c_str(), first);
-                BexUnicodeString xml;
-                QorWflActivityToXml(first, xml);
-                ActivityInfo second;
-                QorWflXmlToActivity(xml, second);
-                read = FieldsOf(second);
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    const auto fields = ResultsOfThreads<ActivityFields>([] {
+        ActivityFields read;
+        for (int round = 0; round < 20; ++round) {
+            ActivityInfo first;
+            QorWflXmlToActivity(XpdlReply().c_str(), first);
+            BexUnicodeString xml;
+            QorWflActivityToXml(first, xml);
+            ActivityInfo second;
+            QorWflXmlToActivity(xml, second);
+            read = FieldsOf(second);
+        }
+        return read;
+    });
     for (const ActivityFields& read : fields) {
         EXPECT_EQ(read, NewFields());
     }
