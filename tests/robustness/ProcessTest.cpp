@@ -1,6 +1,5 @@
 // What only the first use, the stack or the end of a process shows. Each check has a process to itself.
 
-#include "RunOnThreads.h"
 #include "WholeWay.h"
 
 #include <BexQorTrace.h>
@@ -10,6 +9,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include <EnvironmentVariable.h>
+#include <RunOnThreads.h>
 #include <SmallStackThread.h>
 #include <TemporaryDirectory.h>
 #include <XmlText.h>

@@ -1,4 +1,3 @@
-#include "RunOnThreads.h"
 #include "WholeWay.h"
 
 #include <BexQorTrace.h>
@@ -7,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <EnvironmentVariable.h>
+#include <RunOnThreads.h>
 #include <TemporaryDirectory.h>
 #include <atomic>
 #include <chrono>

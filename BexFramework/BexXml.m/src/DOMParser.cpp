@@ -94,13 +94,40 @@ bool IsUtf8(const XmlEncoding& iEncoding) {
     return iEncoding.name.compare(0, 3, u"UTF") == 0;
 }
 
-/** The error at a place in a text, with its line and column. */
+/** How many columns a unit of a text makes: as Xerces-C counts them, one for each unit of UTF-16. */
+unsigned long ColumnsOf(char iByte, const XmlEncoding& iEncoding) {
+    const auto byte = static_cast<unsigned char>(iByte);
+    if (!IsUtf8(iEncoding) || byte < 0x80) {
+        return 1;
+    }
+    const bool isContinuation = byte < 0xC0;
+    const bool isBeyondFirstPlane = byte >= 0xF0;
+    return isContinuation ? 0 : isBeyondFirstPlane ? 2 : 1;
+}
+
+unsigned long ColumnsOf(char16_t /*iUnit*/, const XmlEncoding& /*iEncoding*/) {
+    return 1;
+}
+
+/** The error at a place in a text, with its line and column. Lines end as XML's do. */
 template <typename Unit>
-ParseError ErrorAt(std::basic_string_view<Unit> iText, const char* iError, std::size_t iPosition) {
-    const auto before = iText.substr(0, iPosition);
-    const std::size_t lineStart = before.rfind(Unit{'\n'}) + 1;  // 0 when there is no line end
-    const auto lines = std::count(before.begin(), before.end(), Unit{'\n'});
-    return {DOMString(iError), static_cast<unsigned long>(lines) + 1, iPosition - lineStart + 1};
+ParseError ErrorAt(std::basic_string_view<Unit> iText, const XmlEncoding& iEncoding, const char* iError,
+                   std::size_t iPosition) {
+    ParseError error{DOMString(iError), 1, 1};
+    for (std::size_t i = 0; i < iPosition; ++i) {
+        const Unit unit = iText[i];
+        const bool isInLineEnd = unit == Unit{'\r'} && i + 1 < iText.size() && iText[i + 1] == Unit{'\n'};
+        if (isInLineEnd) {
+            continue;
+        }
+        if (unit == Unit{'\n'} || unit == Unit{'\r'}) {
+            ++error.line;
+            error.column = 1;
+        } else {
+            error.column += ColumnsOf(unit, iEncoding);
+        }
+    }
+    return error;
 }
 
 /** A copy without the document type declaration, each of whose characters but line ends becomes a blank. */
@@ -177,12 +204,12 @@ template <typename Unit>
 OwnedDocument ReadText(std::basic_string_view<Unit> iText, const XmlEncoding& iEncoding, const XMLCh* iUnits,
                        const XMLCh* iSystemId) {
     if (BeginsWithMark(iText, iEncoding)) {  // the one that may stand there has been taken off
-        throw ErrorAt(iText, "a second byte order mark is not allowed", 0);
+        throw ErrorAt(iText, iEncoding, "a second byte order mark is not allowed", 0);
     }
     const XmlLimits limits{DOMParser::kMaxDepth, DOMParser::kMaxAttributes, DOMParser::kMaxNames};
     const XmlFinding finding = GuardXml(iText, limits);
     if (finding.error != nullptr) {
-        throw ErrorAt(iText, finding.error, finding.position);
+        throw ErrorAt(iText, iEncoding, finding.error, finding.position);
     }
     const bool hasDocumentType = finding.documentType.whole.end > 0;
     std::basic_string<Unit> copy;
@@ -209,7 +236,7 @@ OwnedDocument Read(const xercesc::InputSource& iSource) {
     if (encoding.isAsciiBased) {
         const std::size_t valid = IsUtf8(encoding) ? FirstInvalidUtf8(bytes) : bytes.size();
         if (valid < bytes.size()) {
-            throw ErrorAt(bytes, "the text is not in UTF-8", valid);
+            throw ErrorAt(bytes, encoding, "the text is not in UTF-8", valid);
         }
         return ReadText(bytes, encoding, encoding.name.c_str(), iSource.getSystemId());
     }

@@ -1,4 +1,3 @@
-#include "RunOnThreads.h"
 #include "TestComponent.h"
 
 #include <BexBaseUnknown.h>
@@ -7,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <RunOnThreads.h>
 #include <cstring>
 #include <type_traits>
 

@@ -1,10 +1,10 @@
-#include "RunOnThreads.h"
 #include "TextTesting.h"
 
 #include <BexListValBexUnicodeString.h>
 
 #include <gtest/gtest.h>
 
+#include <RunOnThreads.h>
 #include <algorithm>
 #include <climits>
 #include <random>

@@ -1,6 +1,5 @@
 // How strings come into being, are copied, moved and reset, and how they convert to and from narrow text.
 
-#include "RunOnThreads.h"
 #include "TextTesting.h"
 
 #include <BexUnicodeString.h>
@@ -8,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <GlobalLocale.h>
+#include <RunOnThreads.h>
 #include <climits>
 #include <locale>
 #include <string>

@@ -1,5 +1,4 @@
 #include "RecordingSink.h"
-#include "RunOnThreads.h"
 
 #include <BexQorTrace.h>
 #include <BexQorTraceStep.h>
@@ -8,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <RunOnThreads.h>
 #include <atomic>
 #include <iostream>
 #include <map>

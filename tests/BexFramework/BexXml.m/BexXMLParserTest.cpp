@@ -1,5 +1,3 @@
-#include "RunOnThreads.h"
-
 #include <BexDom.h>
 #include <BexXMLParser.h>
 
@@ -8,6 +6,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include <RunOnThreads.h>
 #include <XmlText.h>
 #include <atomic>
 #include <climits>

@@ -1,5 +1,3 @@
-#include "RunOnThreads.h"
-
 #include <BexDom.h>
 #include <BexXMLParser.h>
 
@@ -7,6 +5,7 @@
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include <RunOnThreads.h>
 #include <TemporaryDirectory.h>
 #include <XmlText.h>
 #include <algorithm>
@@ -459,6 +458,41 @@ TEST(DomParser, TellsWhatIsWrongAndWhere) {
         Parse(parser, bad);
         EXPECT_GT(parser.getErrorText().length(), 0U) << bad;
     }
+}
+
+TEST(DomParser, ErrorsFoundBeforeParsingHaveTheirPlaceToo) {
+    struct Case {
+        std::string before;
+        unsigned long line;
+        unsigned long column;
+    };
+    const Case cases[] = {
+        {"<a>", 1, 4},
+        {"<a>\n", 2, 1},
+        {"<a>\r\n", 2, 1},
+        {"<a>\r", 2, 1},
+        {"<a>\r\r\n\n\rxy", 5, 3},
+        {"<a>\n\xC3\xA9", 2, 2},
+        {"<a>\xE2\x82\xAC", 1, 5},
+        {"<a>\xF0\x9D\x84\x9E", 1, 6},
+    };
+    DOMParser parser;
+    for (const Case& tried : cases) {
+        Parse(parser, tried.before + '\0' + "</a>");
+        EXPECT_EQ(parser.getErrorLine(), tried.line) << tried.before;
+        EXPECT_EQ(parser.getErrorColumn(), tried.column) << tried.before;
+        Parse(parser, tried.before + '\xFF' + "</a>");
+        EXPECT_EQ(parser.getErrorLine(), tried.line) << tried.before;
+        EXPECT_EQ(parser.getErrorColumn(), tried.column) << tried.before;
+    }
+    const std::string narrow = "<?xml version='1.0' encoding='ISO-8859-1'?>\r\n<a>\xE9\xFF";
+    Parse(parser, narrow + '\0' + "</a>");
+    EXPECT_EQ(parser.getErrorLine(), 2U);
+    EXPECT_EQ(parser.getErrorColumn(), 6U);
+    const std::u16string wide = std::u16string(u"\uFEFF<a>\r\n\u00E9\U0001D11E") + u'\0' + u"</a>";
+    Parse(parser, std::string(reinterpret_cast<const char*>(wide.data()), wide.size() * 2));
+    EXPECT_EQ(parser.getErrorLine(), 2U);
+    EXPECT_EQ(parser.getErrorColumn(), 4U);
 }
 
 TEST(DomParser, WorksOnSeveralThreadsAtOnce) {

@@ -1,10 +1,9 @@
-#include "RunOnThreads.h"
-
 #include <BexDom.h>
 
 #include <gtest/gtest.h>
 #include <xercesc/dom/DOMException.hpp>
 
+#include <RunOnThreads.h>
 #include <XmlText.h>
 #include <string>
 

@@ -3,13 +3,13 @@
 #include "NaiveRecordWriter.h"
 #include "RandomActivity.h"
 #include "RecordTesting.h"
-#include "RunOnThreads.h"
 
 #include <QorWflInteropInfo.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <RunOnThreads.h>
 #include <locale>
 #include <sstream>
 #include <string>

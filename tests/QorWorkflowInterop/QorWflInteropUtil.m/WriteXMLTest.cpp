@@ -1,10 +1,9 @@
-#include "RunOnThreads.h"
-
 #include <BexDom.h>
 #include <WriteXML.h>
 
 #include <gtest/gtest.h>
 
+#include <RunOnThreads.h>
 #include <XmlText.h>
 #include <algorithm>
 #include <string>

@@ -3,7 +3,6 @@
 #include "LibraryTrace.h"
 #include "RandomActivity.h"
 #include "RecordTesting.h"
-#include "RunOnThreads.h"
 #include "XpdlReply.h"
 
 #include <ActivityInfo.h>
@@ -18,6 +17,7 @@
 #include <CapturedStream.h>
 #include <CapturedTrace.h>
 #include <FreshProcess.h>
+#include <RunOnThreads.h>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
