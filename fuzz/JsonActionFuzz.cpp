@@ -2,6 +2,7 @@
 #include "FuzzTarget.h"
 #include "JsonAction.h"
 #include "JsonPlace.h"
+#include "JsonRecord.h"
 #include "JsonText.h"
 #include "PropertyCheck.h"
 #include "PropertyEntries.h"
@@ -168,6 +169,9 @@ void CheckMessage(const std::string& iMessage, const std::string& iText) {
 std::optional<JsonAction> Read(const std::string& iText) {
     try {
         const json document = ParseJson(iText, kFileName);
+        if (document.is_object() && document.contains(kRecordMember)) {
+            return std::nullopt;  // a record, which others read
+        }
         return ReadJsonAction(JsonPlace(document, kFileName));
     } catch (const Failure& failure) {
         CheckMessage(failure.what(), iText);

@@ -198,7 +198,8 @@ TEST(EncodingNames, NameThatIsNoneGivesNoDocument) {
     for (const std::string& name :
          {std::string("no-such-encoding"), std::string("../../etc/passwd"), std::string("ibm-99999"), longName,
           std::string("UTF-8,version=9"), std::string("x-user-defined"), std::string("utf-8 "), std::string(" utf-8"),
-          std::string("\xFF\xFE"), std::string("%s%n"), std::string("&#85;TF-8")}) {
+          std::string("\xFF\xFE"), std::string(59, '\xFF'), "latin1" + std::string(53, '\xE9'), std::string("%s%n"),
+          std::string("&#85;TF-8")}) {
         EXPECT_EQ(TextOf(Declaration(name) + "<a>text</a>"), nullptr) << name.substr(0, 40);
     }
 }

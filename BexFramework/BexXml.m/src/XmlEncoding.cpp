@@ -81,6 +81,19 @@ std::string DeclaredEbcdicEncoding(std::string_view iBytes) {
     return DeclaredEncoding(Latin1::Narrow(text));
 }
 
+/**
+ * Whether XML lets an encoding be called so. No other name may come to Xerces-C: ICU, which converts for it, writes
+ * past a buffer when a name is not in ASCII, and makes the name of a file of one with slashes.
+ */
+bool IsEncodingName(std::u16string_view iName) {
+    const auto isLetter = [](char16_t iUnit) {
+        return (iUnit >= u'A' && iUnit <= u'Z') || (iUnit >= u'a' && iUnit <= u'z');
+    };
+    return !iName.empty() && isLetter(iName.front()) && std::all_of(iName.begin(), iName.end(), [&](char16_t iUnit) {
+        return isLetter(iUnit) || (iUnit >= u'0' && iUnit <= u'9') || iUnit == u'.' || iUnit == u'_' || iUnit == u'-';
+    });
+}
+
 XmlEncoding Named(std::u16string_view iName, std::size_t iMarkLength) {
     XmlEncoding encoding;
     encoding.name = UpperCase(iName);
@@ -89,6 +102,18 @@ XmlEncoding Named(std::u16string_view iName, std::size_t iMarkLength) {
         std::begin(kAsciiBased), std::end(kAsciiBased),
         [&](std::u16string_view iBeginning) { return encoding.name.compare(0, iBeginning.size(), iBeginning) == 0; });
     return encoding;
+}
+
+/** The encoding that a declaration names. */
+XmlEncoding Declared(const std::string& iName) {
+    const std::u16string name = Latin1::Widen(iName);
+    return IsEncodingName(name) ? Named(name, 0) : XmlEncoding();
+}
+
+/** Whether a name is one of Xerces-C's own for an order of bytes, which have blanks and brackets in them. */
+bool IsOneOfXerces(std::u16string_view iName) {
+    return std::any_of(std::begin(kSignatures), std::end(kSignatures),
+                       [iName](const Signature& iSignature) { return iName == iSignature.name; });
 }
 
 /** The position of the next byte from 0x80 on, or the length. */
@@ -134,6 +159,9 @@ std::size_t Utf8CharacterLength(std::string_view iBytes) {
 class Decoder {
 public:
     explicit Decoder(const XmlEncoding& iEncoding) {
+        if (iEncoding.name.empty()) {
+            return;
+        }
         xercesc::XMLTransService::Codes result = xercesc::XMLTransService::Ok;
         transcoder.reset(xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(
             iEncoding.name.c_str(), result, kBlock, BexXmlMemory::Instance()));
@@ -173,17 +201,17 @@ XmlEncoding DetectXmlEncoding(std::string_view iBytes, std::u16string_view iGive
     const bool isKnown = signature != std::end(kSignatures);
     const std::size_t markLength = isKnown && signature->isMark ? signature->bytes.size() : 0;
     if (!iGiven.empty()) {
-        return Named(iGiven, markLength);
+        return IsEncodingName(iGiven) || IsOneOfXerces(iGiven) ? Named(iGiven, markLength) : XmlEncoding();
     }
     if (isKnown) {
         return Named(signature->name, markLength);
     }
     if (iBytes.substr(0, kEbcdicDeclaration.size()) == kEbcdicDeclaration) {
         const std::string declared = DeclaredEbcdicEncoding(iBytes);
-        return declared.empty() ? Named(xercesc::XMLUni::fgEBCDICEncodingString, 0) : Named(Latin1::Widen(declared), 0);
+        return declared.empty() ? Named(xercesc::XMLUni::fgEBCDICEncodingString, 0) : Declared(declared);
     }
     const std::string declared = DeclaredEncoding(iBytes);
-    return declared.empty() ? Named(xercesc::XMLUni::fgUTF8EncodingString, 0) : Named(Latin1::Widen(declared), 0);
+    return declared.empty() ? Named(xercesc::XMLUni::fgUTF8EncodingString, 0) : Declared(declared);
 }
 
 bool DecodeXml(std::string_view iBytes, const XmlEncoding& iEncoding, std::u16string& oText) {

@@ -7,7 +7,7 @@
 
 /** How the bytes of an XML text are to be understood. */
 struct XmlEncoding {
-    std::u16string name;         ///< as Xerces-C takes it
+    std::u16string name;         ///< as Xerces-C takes it; empty for a name that no encoding can have
     std::size_t markLength = 0;  ///< bytes of the byte order mark in front
     bool isAsciiBased = false;   ///< whether every byte below 0x80 means its ASCII character and nothing else
 };

@@ -1,6 +1,7 @@
 #include <BexDom.h>
 
 #include <gtest/gtest.h>
+#include <xercesc/util/XMLUni.hpp>
 
 #include <XmlText.h>
 #include <ostream>
@@ -225,4 +226,13 @@ TEST(DomParserEncoding, EncodingOfTheSourceWins) {
     unknown.Get().setEncoding(u"no-such-encoding");
     parser.parse(unknown.Get());
     EXPECT_TRUE(parser.getDocument().isNull());
+    const std::u16string noName(59, u'\u00FF');  // ICU, which converts for Xerces-C, writes past a buffer for it
+    unknown.Get().setEncoding(noName.c_str());
+    parser.parse(unknown.Get());
+    EXPECT_TRUE(parser.getDocument().isNull());
+
+    const TextSource wide(std::string("<\0a\0/\0>\0", 8));
+    wide.Get().setEncoding(xercesc::XMLUni::fgUTF16LEncodingString);
+    parser.parse(wide.Get());
+    EXPECT_FALSE(parser.getDocument().isNull());
 }
