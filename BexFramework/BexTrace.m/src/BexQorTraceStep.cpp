@@ -1,5 +1,6 @@
 #include "BexQorTraceStep.h"
 
+#include <algorithm>
 #include <charconv>
 #include <memory>
 #include <sstream>
@@ -8,6 +9,9 @@
 namespace {
 
 constexpr std::size_t kIndentation = 2;
+// A channel may expect lines of any length. More than this is taken when a line needs it, so that expecting too much costs
+// neither memory nor, where it cannot be had, the lines.
+constexpr std::size_t kMostExpected = std::size_t{64} * 1024;
 constexpr std::string_view kOpening(">> ");
 constexpr std::string_view kClosing("<< ");
 
@@ -29,7 +33,7 @@ private:
 struct __attribute__((visibility("hidden"))) BexQorTraceStep::Scope {
     Scope(const BexQorTrace& iTrace, const char* iName)
         : trace(iTrace), name(iName == nullptr ? "" : iName), depth(enclosing == nullptr ? 0 : enclosing->depth + 1) {
-        line.reserve(iTrace.lineSize);
+        line.reserve(std::min(iTrace.lineSize, kMostExpected));
     }
 
     /** Sends a line of its own, at the level of the step's name. */

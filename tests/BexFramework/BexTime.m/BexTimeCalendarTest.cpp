@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <cstdint>
 #include <ctime>
@@ -197,7 +198,10 @@ TEST(BexTimeCalendar, CarriesAsTheCLibraryDoes) {
         carried.tm_hour = fields.hour;
         carried.tm_min = fields.minute;
         carried.tm_sec = fields.second;
-        (void)::timegm(&carried);
+        errno = 0;
+        if (::timegm(&carried) == -1 && errno == EOVERFLOW) {
+            continue;  // its seconds end in 2038 where they have 32 bits
+        }
         const BexTime time(fields.year, fields.month, fields.day, fields.hour, fields.minute, fields.second);
         ASSERT_NO_FATAL_FAILURE(ExpectDate(time, {carried.tm_year + 1900, carried.tm_mon + 1, carried.tm_mday}));
         ASSERT_EQ(std::tuple(time.GetHour(), time.GetMinute(), time.GetSecond()),
