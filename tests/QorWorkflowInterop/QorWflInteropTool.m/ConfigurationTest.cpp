@@ -100,7 +100,6 @@ TEST(Configuration, FileThatIsNotThereIsNamed) {
     } cases[] = {
         {path + "/missing", path + "/missing: the property file cannot be read: No such file or directory"},
         {path, path + "/QorWflActionManager: the property file cannot be read: No such file or directory"},
-        {"", ": the property file cannot be read: No such file or directory"},
     };
     for (const auto& test : cases) {
         const ToolResult result = RunTool({"export", "-", "--config", test.option}, {.input = kAction});
