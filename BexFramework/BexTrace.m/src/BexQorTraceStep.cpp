@@ -9,8 +9,8 @@
 namespace {
 
 constexpr std::size_t kIndentation = 2;
-// A channel may expect lines of any length. More than this is taken when a line needs it, so that expecting too much costs
-// neither memory nor, where it cannot be had, the lines.
+// A channel may expect lines of any length. More than this is taken when a line needs it, so that expecting too much
+// costs neither memory nor, where it cannot be had, the lines.
 constexpr std::size_t kMostExpected = std::size_t{64} * 1024;
 constexpr std::string_view kOpening(">> ");
 constexpr std::string_view kClosing("<< ");
