@@ -8,12 +8,17 @@
 #include <BexXMLParser.h>
 
 #include <gtest/gtest.h>
+#include <xercesc/framework/MemoryManager.hpp>
+#include <xercesc/util/BinMemInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include <XpdlReply.h>
+#include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <memory>
+#include <new>
+#include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -33,6 +38,27 @@ bool ReadsADocument() {
     return parser.getDocument().getDocumentElement().getTagName() == "a";
 }
 
+/** Memory that is there before Xerces-C is started. */
+class HostMemory : public xercesc::MemoryManager {
+public:
+    xercesc::MemoryManager* getExceptionMemoryManager() override { return this; }
+    void* allocate(XMLSize_t iSize) override { return ::operator new(iSize); }
+    void deallocate(void* iBlock) override { ::operator delete(iBlock); }
+};
+
+HostMemory hostMemory;
+
+/** A source of a host, which exists before the framework has done anything. */
+class HostSource : public InputSource {
+public:
+    HostSource() : InputSource(&hostMemory) {}
+    xercesc::BinInputStream* makeStream() const override {
+        static const std::string text("<a/>");
+        return new (&hostMemory) xercesc::BinMemInputStream(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
+                                                            xercesc::BinMemInputStream::BufOpt_Reference, &hostMemory);
+    }
+};
+
 /**
  * Runs an operation that is the first to use XML, one request refused, in a process of its own.
  * @return the status that the process ends with: 0 when all is well
@@ -47,20 +73,20 @@ int StatusAfter(long iGranted, Mode iMode, bool iMayThrow, const std::function<v
             outcome = OutcomeOf(iOperation);
         }
         if (outcome == Outcome::kOtherException || (outcome == Outcome::kBadAlloc && !iMayThrow)) {
-            ::_exit(10);  // something left that may not
+            std::exit(10);  // something left that may not
         }
         outcome = OutcomeOf(iOperation);
         const bool isStarted = BexXMLParser::Initialize() == 0;
         if (outcome != Outcome::kDone && (isStarted || !iMayThrow)) {
-            ::_exit(11);  // does not work afterwards
+            std::exit(11);  // does not work afterwards
         }
         if (ReadsADocument() != isStarted) {
-            ::_exit(12);  // started and of no use, or the other way round
+            std::exit(12);  // started and of no use, or the other way round
         }
         if (QorWflUrlUtil::UrlToActionId("qor://ACTION/A1") != "A1") {
-            ::_exit(13);  // what does without XML has suffered
+            std::exit(13);  // what does without XML has suffered
         }
-        ::_exit(isStarted ? 0 : 1);
+        std::exit(isStarted ? 0 : 1);
     }
     int status = 0;
     ::waitpid(child, &status, 0);
@@ -78,6 +104,14 @@ const std::vector<FirstUse>& FirstUses() {
     static const std::vector<FirstUse> uses = {
         {"Initialize", false, [] { BexXMLParser::Initialize(); }},
         {"DOMParser", true, [] { ReadsADocument(); }},
+        {"DOMParser of a host's source", false,
+         [] {
+             DOMParser parser;
+             parser.parse(HostSource());
+             if (BexXMLParser::Initialize() != 0 && !parser.getDocument().isNull()) {
+                 std::exit(14);  // a document from nowhere
+             }
+         }},
         {"createDocument", true,
          [] {
              DOM_Document document = DOM_Document::createDocument();
