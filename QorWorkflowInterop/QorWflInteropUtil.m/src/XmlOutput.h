@@ -21,9 +21,6 @@ struct XmlTextOf<BexNarrowText> {
     static void Append(BexNarrowText& ioText, const Unit* iUnits, std::size_t iLength) {
         ioText.Append(std::string_view(iUnits, iLength));
     }
-    static bool EndsWith(const BexNarrowText& iText, char iLast) {
-        return iText.Length() > 0 && iText.View().back() == iLast;
-    }
 };
 
 /** UTF-16 as it is. */
@@ -32,9 +29,6 @@ struct XmlTextOf<DOMString> {
     using Unit = char16_t;
     static void Append(DOMString& ioText, const Unit* iUnits, std::size_t iLength) {
         ioText.appendData(std::u16string_view(iUnits, iLength));
-    }
-    static bool EndsWith(const DOMString& iText, char16_t iLast) {
-        return iText.length() > 0 && iText.view().back() == iLast;
     }
 };
 
@@ -90,8 +84,8 @@ public:
         }
     }
 
-    /** @return whether the text so far ends with a tag. */
-    bool EndsWithTag() const { return used > 0 ? gathered[used - 1] == Unit{'>'} : TextOf::EndsWith(text, Unit{'>'}); }
+    /** @return whether what was put last, after which something is always gathered, ends with a tag. */
+    bool EndsWithTag() const { return used > 0 && gathered[used - 1] == Unit{'>'}; }
 
     /** Appends what is still gathered. */
     void Flush() {
