@@ -19,8 +19,9 @@ Secret MakeSecret() noexcept {
         std::random_device source;
         secret.first ^= (std::uint64_t{source()} << 32U) | source();
         secret.second ^= (std::uint64_t{source()} << 32U) | source();
-    } catch (...) {  // no source of randomness: the clock and the stack's address have to do
-        secret.second ^= secret.first;
+    } catch (...) {
+        // no source of randomness: the clock and the stack's address have to do
+        secret.second ^= secret.first;  // GCOVR_EXCL_LINE: machines that tests run on have a source
     }
     secret.second |= 1U;
     return secret;

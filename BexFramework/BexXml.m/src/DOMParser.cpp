@@ -54,18 +54,22 @@ ParseError Explain() {
 /** Ends the parsing at the first error. */
 class StopAtError : public xercesc::ErrorHandler {
 public:
+    // GCOVR_EXCL_START: demanded by the interface; warnings and errors come from validation, and nothing is validated
     void warning(const xercesc::SAXParseException& /*iWarning*/) override {}
     void error(const xercesc::SAXParseException& iError) override { throw iError; }
-    void fatalError(const xercesc::SAXParseException& iError) override { throw iError; }
     void resetErrors() override {}
+    // GCOVR_EXCL_STOP
+    void fatalError(const xercesc::SAXParseException& iError) override { throw iError; }
 };
 
 /** Gives an empty text for whatever the parser would look up outside. */
 class ResolveToNothing : public xercesc::EntityResolver {
 public:
+    // GCOVR_EXCL_START: a second bolt; of what the first lets through, nothing names anything outside
     xercesc::InputSource* resolveEntity(const XMLCh* /*iPublicId*/, const XMLCh* /*iSystemId*/) override {
         return new BexMemorySource(std::string_view(""), xercesc::XMLUni::fgZeroLenString);
     }
+    // GCOVR_EXCL_STOP
 };
 
 /** The bytes of a source: where they are, when it tells, else read into @p ioBuffer. */
@@ -168,9 +172,11 @@ std::u16string Utf16Of(std::u16string_view iText, XmlRange iRange, const XmlEnco
 
 std::u16string Utf16Of(std::string_view iText, XmlRange iRange, const XmlEncoding& iEncoding) {
     std::u16string part;
+    // GCOVR_EXCL_START: the parser has read the rest in that encoding, and between ASCII characters no other is cut
     if (!DecodeXml(iText.substr(iRange.start, iRange.end - iRange.start), iEncoding, part)) {
         throw ParseError{DOMString("the document type is not well-formed")};
     }
+    // GCOVR_EXCL_STOP
     return part;
 }
 

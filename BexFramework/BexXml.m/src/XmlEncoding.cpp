@@ -78,7 +78,7 @@ std::string DeclaredEbcdicEncoding(std::string_view iBytes) {
     if (!DecodeXml(iBytes.substr(0, kLongestDeclaration), ebcdic, text)) {
         return std::string();
     }
-    return DeclaredEncoding(Latin1::Narrow(text));
+    return DeclaredEncoding(Latin1::Narrow(text));  // GCOVR_EXCL_LINE: ICU, by which Debian converts, has no such name
 }
 
 /**
