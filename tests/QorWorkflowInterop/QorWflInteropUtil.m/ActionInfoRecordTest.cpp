@@ -16,7 +16,9 @@
 
 // Whole records after GetActionInfo(): every field compared, null told from empty, over old values.
 
+using ::testing::Contains;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 namespace {
 
@@ -357,6 +359,13 @@ TEST_F(ActionInfoRecord, WhatAnAnswerLeavesOutIsNothingAndNotThatOfTheAnswerBefo
                                        {"inputNumber", "1"},
                                        {"outputs", "[\"*AUTO_ID#2\"]"},
                                        {"outputNumber", "1"}}));
+}
+
+TEST_F(ActionInfoRecord, ActionNeedNotTellItsStatusWhichIsNotAskedFor) {
+    const SilentAction silent;
+    EXPECT_TRUE(silent.GetStatus().IsNull());
+    EXPECT_EQ(manager.GetActionInfo(&action, info), 0);
+    EXPECT_THAT(action.calls, Not(Contains(HasSubstr("GetStatus"))));
 }
 
 TEST_F(ActionInfoRecord, OneCallLeavesNoMoreMemoryThanItsRecordHolds) {
