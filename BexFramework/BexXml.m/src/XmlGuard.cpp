@@ -200,7 +200,7 @@ private:
                 return;
             }
         }
-        const bool isEmpty = at > 0 && Is(at - 1, '/');
+        const bool isEmpty = Is(at - 1, '/');
         if (!isEmpty || depth == limits.depth) {
             ++depth;
         }

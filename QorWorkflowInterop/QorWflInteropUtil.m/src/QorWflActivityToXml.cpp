@@ -6,7 +6,6 @@
 
 #include <BexDom.h>
 #include <BexTime.h>
-#include <BexXMLParser.h>
 
 #include <string>
 #include <utility>
@@ -196,7 +195,6 @@ void DropUnendedLine(BexNarrowText& ioText) {
 
 void QorWflActivityToXml(const ActivityInfo& iActivity, BexUnicodeString& oXml) {
     oXml.Reset();
-    BexXMLParser::Initialize();
     DOM_Document document = DOM_Document::createDocument();
     if (document.isNull()) {
         return;  // Xerces-C cannot be started

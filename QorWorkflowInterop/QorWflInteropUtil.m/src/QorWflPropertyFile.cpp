@@ -28,14 +28,10 @@ bool IsRegularFile(const std::string& iName) {
     return ::stat(iName.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/** The directories to look in, separated by colons. */
+/** The directories to look in, separated by colons; an empty one is the current directory. */
 std::string SearchPath() {
     const char* value = std::getenv(kPathVariable);
-    std::string path = value == nullptr ? "" : value;
-    if (path.empty() || path.back() == kPathSeparator) {
-        path += kCurrentDirectory;
-    }
-    return path;
+    return value == nullptr ? "" : value;
 }
 
 /** The regular file of a name, along the search path unless the name is absolute. */
