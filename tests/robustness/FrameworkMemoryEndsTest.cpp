@@ -208,6 +208,22 @@ TEST(FrameworkMemoryEnds, TraceLinesAreWholeOrLost) {
         });
 }
 
+TEST(FrameworkMemoryEnds, TraceLineBehindALostOneIsThere) {
+    BexQorTrace channel("MemoryEnds", "", "", 16);
+    BexQorTrace::SetOn("MemoryEnds", 1);
+    const std::string tooLong(1000, 'x');
+    const Lines lines;
+    {
+        BexQorTraceStep step(channel, "step");
+        {
+            const RefusedMemory::Refusal refusal(0, RefusedMemory::Mode::kFromThenOn);
+            step << tooLong << std::endl;
+        }
+        step << "next" << std::endl;
+    }
+    EXPECT_EQ(lines.Text(), ">> step\n  next\n<< step\n");
+}
+
 TEST(FrameworkMemoryEnds, ChannelsComeOrDoNotCome) {
     ForEveryRefusal("BexQorTrace", [] {
         const BexQorTrace channel("a channel with a name of some length", "a title of some length", "STDOUT", 100);

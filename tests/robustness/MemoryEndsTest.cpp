@@ -14,6 +14,7 @@
 #include <iostream>
 #include <memory>
 #include <sstream>
+#include <streambuf>
 #include <string>
 #include <utility>
 
@@ -21,6 +22,7 @@ namespace {
 
 using MemoryThatEnds::Contract;
 using MemoryThatEnds::ForEveryRefusal;
+using testing::AnyOf;
 using testing::IsEmpty;
 using WholeWay::BytesOf;
 
@@ -81,6 +83,38 @@ TEST_F(MemoryEnds, ReadingADocumentKeepsWhatWasReadUpToThere) {
             if (isUndisturbed) {
                 EXPECT_EQ(fields, NewFields());
             }
+        });
+}
+
+/** Keeps what a stream is given while it lives, without taking memory for that. */
+class KeptStream : std::streambuf {
+public:
+    explicit KeptStream(std::ostream& ioStream) : stream(ioStream), former(ioStream.rdbuf(this)) { Clear(); }
+    ~KeptStream() override { stream.rdbuf(former); }
+    KeptStream(const KeptStream&) = delete;
+    KeptStream& operator=(const KeptStream&) = delete;
+
+    std::string Text() const { return std::string(pbase(), pptr()); }
+    void Clear() { setp(text, text + sizeof text); }
+
+private:
+    std::ostream& stream;
+    std::streambuf* former;
+    char text[1024];
+};
+
+TEST_F(MemoryEnds, ReadingADocumentTellsWhatItHadNoMemoryFor) {
+    KeptStream errors(std::cerr);
+    const BexUnicodeString reply(XpdlReply().c_str());
+    ForEveryRefusal(
+        "QorWflXmlToActivity", Contract::kNeverThrow, OldRecord,
+        [&](ActivityInfo& ioActivity) {
+            errors.Clear();
+            QorWflXmlToActivity(reply, ioActivity);
+        },
+        [&](const ActivityInfo&, bool isUndisturbed) {
+            EXPECT_THAT(errors.Text(), AnyOf("", "CreateMemBufInputSource failed\n", "getDocument failed\n"));
+            EXPECT_TRUE(!isUndisturbed || errors.Text().empty());
         });
 }
 

@@ -168,10 +168,11 @@ TEST(MetaClass, NamesAreNarrowTextAndInterfacesHaveTheNumberEight) {
     EXPECT_EQ(static_cast<int>(BexTypeOfClassInterface), 8);
 }
 
-TEST(MetaClass, HasAClassIdentifierOfItsOwn) {
-    EXPECT_TRUE(CLSID_BexMetaClass != GUID{});
-    EXPECT_TRUE(CLSID_BexMetaClass != IID_BexBaseUnknown);
-    EXPECT_TRUE(IID_BexBaseUnknown != GUID{});
+TEST(MetaClass, IdentifiersAreThoseThatHostsWereBuiltWith) {
+    const GUID base = {0x9EFAB7A5, 0xA17F, 0x0000, {0x02, 0x80, 0x03, 0x0B, 0x02, 0x00, 0x00, 0x00}};
+    const GUID metaClass = {0x9EFAB7A5, 0xA17F, 0x0000, {0x02, 0x80, 0x03, 0x0B, 0x01, 0x00, 0x00, 0x00}};
+    EXPECT_TRUE(IID_BexBaseUnknown == base);
+    EXPECT_TRUE(CLSID_BexMetaClass == metaClass);
 }
 
 }  // namespace

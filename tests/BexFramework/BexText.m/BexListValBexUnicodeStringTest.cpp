@@ -306,6 +306,24 @@ TEST(BexList, MoveTakesTheValuesAndLeavesNone) {
     }
 }
 
+TEST(BexList, ListThatWasMovedAwayKnowsNothingOfItsFormerValues) {
+    BexListValBexUnicodeString source;
+    for (int count = 0; count < 100; ++count) {
+        source.Append("former");
+    }
+    ASSERT_EQ(source.Locate("former", 50), 50);
+    BexListValBexUnicodeString target;
+    target = std::move(source);
+    source.Append("former");  // NOLINT(bugprone-use-after-move): the state is part of the contract
+    for (int count = 1; count < 100; ++count) {
+        source.Append("other");
+    }
+    EXPECT_EQ(source.Locate("former"), 1);
+    EXPECT_EQ(source.Locate("former", 2), 0);
+    EXPECT_EQ(source.Locate("other"), 2);
+    EXPECT_EQ(target.Locate("former", 50), 50);
+}
+
 TEST(BexList, AssignmentToItselfKeepsTheValues) {
     BexListValBexUnicodeString list = ListOf({"a", "b", "a"});
     ASSERT_EQ(list.Locate("a", 2), 3);

@@ -158,6 +158,19 @@ TEST(BexNarrowText, ReservedMemoryIsWhereTheTextGrows) {
     ExpectText(text, "a" + std::string(499, 'b'));
 }
 
+TEST(BexNarrowText, ReservingWhatIsThereMovesNothing) {
+    BexNarrowText text("a");
+    text.Reserve(500);
+    const char* memory = text.CString();
+    for (const std::size_t length : {0UL, 1UL, 499UL, 500UL}) {
+        text.Reserve(length);
+        EXPECT_EQ(text.CString(), memory) << length;
+    }
+    text.Reserve(501);
+    EXPECT_NE(text.CString(), memory);
+    ExpectText(text, "a");
+}
+
 TEST(BexNarrowText, RefusesMoreThanCanBeCounted) {
     BexNarrowText text("kept");
     const std::string_view tooMuch("", static_cast<std::size_t>(INT_MAX) - 3);  // never read

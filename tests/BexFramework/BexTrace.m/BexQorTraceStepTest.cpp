@@ -37,6 +37,11 @@ TEST_F(TraceStep, WritesItsNameWhenItOpensAndWhenItCloses) {
     EXPECT_THAT(sink.Texts(), ElementsAre(">> Class::Operation\n", "<< Class::Operation\n"));
 }
 
+TEST_F(TraceStep, TakesANullNameAsTheEmptyOne) {
+    { const BexQorTraceStep step(channel, nullptr); }
+    EXPECT_THAT(sink.Texts(), ElementsAre(">> \n", "<< \n"));
+}
+
 TEST_F(TraceStep, NamesItsChannelAtEveryLine) {
     {
         BexQorTraceStep step(channel, "step");

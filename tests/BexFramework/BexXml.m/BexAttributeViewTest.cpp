@@ -58,6 +58,13 @@ TEST_F(BexAttributeViewTest, ShowsAValueOfSeveralTexts) {
     ExpectValue(u"onetwo");
 }
 
+TEST_F(BexAttributeViewTest, ShowsAValueOfAReferenceToNothing) {
+    element.setAttribute(DOMString(kName), "value");
+    DOM_Node attribute = element.getAttributes().item(0);
+    attribute.replaceChild(document.createEntityReference("unknown"), attribute.getFirstChild());
+    ExpectValue(u"");
+}
+
 TEST_F(BexAttributeViewTest, ShowsTheSameAddressForANameOfADocument) {
     element.setAttribute(DOMString(kName), "one");
     DOM_Element other = document.createElement("other");

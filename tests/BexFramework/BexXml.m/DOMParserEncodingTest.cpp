@@ -127,6 +127,19 @@ TEST(DomParserEncoding, TextThatItsEncodingDoesNotAllowGivesNoDocument) {
     }
 }
 
+TEST(DomParserEncoding, BytesThatAreNoUtf8AreToldAsSuch) {
+    for (const char* bytes : {"\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xE0\x80\x80", "\xE0\x9F\xBF", "\xED\xA0\x80",
+                              "\xED\xBF\xBF", "\xF0\x80\x80\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80",
+                              "\xF5\x80\x80\x80", "\xFF", "\xC3", "\xE2\x82", "\xF0\x9F\x98"}) {
+        for (const char* before : {"<a>", "<a>long enough to be looked at in words"}) {
+            DOMParser parser;
+            const TextSource source(std::string(before) + bytes + "</a>");
+            parser.parse(source.Get());
+            EXPECT_EQ(Narrow(parser.getErrorText()), "the text is not in UTF-8") << testing::PrintToString(bytes);
+        }
+    }
+}
+
 TEST(DomParserEncoding, UnknownEncodingGivesNoDocument) {
     for (const char* encoding : {"no-such-encoding", "x", "UTF-99", "ISO-8859-999"}) {
         EXPECT_TRUE(Parsed(Declared(encoding) + "<a/>").isNull()) << encoding;

@@ -100,6 +100,14 @@ TEST(DomParserLimits, DepthIsThatOfOpenElementsNotOfAllBefore) {
     EXPECT_TRUE(Parsed("<r>" + branch + "<a>" + branch + "</a></r>").isNull());
 }
 
+TEST(DomParserLimits, HoldBehindWhateverIsSkipped) {
+    for (const char* skipped : {"<!---->", "<!--c-->", "<?t?>", "<!DOCTYPE a>", "<!DOCTYPE a PUBLIC '' ''>"}) {
+        EXPECT_FALSE(Parsed(skipped + Nested(1024)).isNull()) << skipped;
+        EXPECT_TRUE(Parsed(skipped + Nested(1025)).isNull()) << skipped;
+    }
+    EXPECT_TRUE(Parsed("<a><![CDATA[]]>" + Nested(1024) + "</a>").isNull());
+}
+
 TEST(DomParserLimits, AttributesUpToTheLimitAreRead) {
     const DOM_Document document = Parsed(ElementWithAttributes("e", 0, 1024));
     ASSERT_FALSE(document.isNull());
@@ -144,6 +152,26 @@ TEST(DomParserLimits, ANameThatComesAgainIsNotCountedAgain) {
     text.insert(text.size() - 5, names);
     EXPECT_FALSE(Parsed(text).isNull());
     EXPECT_FALSE(Parsed("<r>" + Repeated("<a b=''/>", 40000) + "</r>").isNull());
+}
+
+TEST(DomParserLimits, NameOfAnElementIsOneHoweverItsTagsEnd) {
+    std::string text = "<r>";
+    for (int number = 1; number < 16384; ++number) {
+        const std::string name = "n" + std::to_string(number);
+        text.append("<" + name + "/><" + name + " /><" + name + " b=''/><" + name + "></" + name + "\n>");
+    }
+    EXPECT_FALSE(Parsed(text + "</r>").isNull());
+    EXPECT_TRUE(Parsed(text + "<n16384/></r>").isNull());
+}
+
+TEST(DomParserLimits, NameOfAnAttributeIsOneHoweverItsValueFollows) {
+    std::string text = "<r>";
+    for (int number = 0; number < 16384; ++number) {
+        const std::string name = "x" + std::to_string(number);
+        text.append("<e " + name + "=''/><e " + name + " = ''/><e\n" + name + "\n=\t\"\"/>");
+    }
+    EXPECT_FALSE(Parsed(text + "</r>").isNull());
+    EXPECT_TRUE(Parsed(text + "<e x16384=''/></r>").isNull());
 }
 
 TEST(DomParserLimits, EachTextIsCountedAnew) {

@@ -2,6 +2,8 @@
 #include <BexXMLParser.h>
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOMDocumentType.hpp>
+#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -294,6 +296,40 @@ TEST(DomParser, DocumentTypeWithoutInternalSubsetIsReadPast) {
         ASSERT_FALSE(document.isNull()) << text;
         EXPECT_EQ(Shape(document.getDocumentElement()), "a('text')") << text;
     }
+}
+
+TEST(DomParser, DocumentTypeStandsInTheTreeWhereItStoodInTheText) {
+    for (const int before : {0, 1, 2}) {
+        const std::string text = std::string(before > 0 ? "<!--c-->" : "") + (before > 1 ? "<?t d?>" : "") +
+                                 "<!DOCTYPE a PUBLIC 'p' 's'><!--e--><a/>";
+        const DOM_Document document = Parsed(text);
+        ASSERT_FALSE(document.isNull()) << text;
+        const DOM_NodeList children = document.getChildNodes();
+        ASSERT_EQ(children.getLength(), static_cast<unsigned>(before) + 3) << text;
+        const DOM_Node type = children.item(static_cast<unsigned>(before));
+        ASSERT_EQ(type.getNodeType(), DOM_Node::DOCUMENT_TYPE_NODE) << text;
+        const auto* native = static_cast<const xercesc::DOMDocumentType*>(type.getNative());
+        EXPECT_EQ(std::u16string_view(native->getName()), u"a");
+        EXPECT_EQ(std::u16string_view(native->getPublicId()), u"p");
+        EXPECT_EQ(std::u16string_view(native->getSystemId()), u"s");
+    }
+}
+
+TEST(DomParser, TreeKnowsTheVersionOfItsText) {
+    const auto versionOf = [](const DOM_Document& iDocument) {
+        return std::u16string(static_cast<const xercesc::DOMDocument*>(iDocument.getNative())->getXmlVersion());
+    };
+    EXPECT_EQ(versionOf(Parsed("<?xml version='1.0'?><a/>")), u"1.0");
+    EXPECT_EQ(versionOf(Parsed("<?xml version='1.1'?><a/>")), u"1.1");
+}
+
+TEST(DomParser, TreeRefusesWhatATreeBuiltByHandDoes) {
+    DOM_Document document = Parsed("<r><c/></r>");
+    DOM_Node root = document.getDocumentElement();
+    DOM_Node child = root.getFirstChild();
+    EXPECT_THROW(child.appendChild(root), xercesc::DOMException);
+    EXPECT_THROW(root.appendChild(Parsed("<o/>").createElement("x")), xercesc::DOMException);
+    EXPECT_THROW(root.appendChild(document.createAttribute("a")), xercesc::DOMException);
 }
 
 TEST(DomParser, WhatOnlyLooksLikeAnInternalSubsetIsRead) {

@@ -58,6 +58,15 @@ int DepthOf(DOM_Node iNode) {
     return depth;
 }
 
+/** The names of a node and of the nodes below it, each with its children in parentheses. */
+std::string ShapeOf(const DOM_Node& iNode) {
+    std::string shape = Narrow(iNode.getNodeName()) + "(";
+    for (DOM_Node child = iNode.getFirstChild(); !child.isNull(); child = child.getNextSibling()) {
+        shape += ShapeOf(child);
+    }
+    return shape + ")";
+}
+
 }  // namespace
 
 TEST(DomNullHandle, ComparesAsNull) {
@@ -408,6 +417,16 @@ TEST(DomNode, ClonesFlatOrDeep) {
     EXPECT_EQ(Narrow(DOM_Element(deep.getLastChild()).getAttribute("c")), "2");
     EXPECT_TRUE(deep.getLastChild() != root.getLastChild());
     EXPECT_EQ(deep.getOwnerDocument(), document);
+}
+
+TEST(DomNode, ClonesWhatStandsBehindADeepBranch) {
+    const DOM_Document document = Parsed("<r><a><b><c/></b></a><d><e/>text</d><!--f--></r>");
+    const std::string shape = "r(a(b(c()))d(e()#text())#comment())";
+    EXPECT_EQ(ShapeOf(document.getDocumentElement()), shape);
+    EXPECT_EQ(ShapeOf(document.getDocumentElement().cloneNode(true)), shape);
+    EXPECT_EQ(ShapeOf(document.getDocumentElement().getFirstChild().cloneNode(true)), "a(b(c()))");
+    DOM_Document other = Parsed("<o/>");
+    EXPECT_EQ(ShapeOf(other.importNode(document.getDocumentElement(), true)), shape);
 }
 
 TEST(DomNode, ClonesEveryKindOfNode) {

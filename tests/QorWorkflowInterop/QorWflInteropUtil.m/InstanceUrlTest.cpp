@@ -73,6 +73,7 @@ TEST(InstanceUrl, EnvironmentAndTableAreNotEncodedOutsideTheKey) {
 
 TEST(InstanceUrl, NullGivesTheEmptyString) {
     EXPECT_TRUE(QorWflUrlUtil::InstanceUrl(nullptr).IsEmpty());
+    EXPECT_FALSE(QorWflUrlUtil::InstanceUrl(nullptr).IsNull());
 }
 
 TEST(InstanceUrl, AgreesWithTheNaiveVersionOnRandomBlocks) {

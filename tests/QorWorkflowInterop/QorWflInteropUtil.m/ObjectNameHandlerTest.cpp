@@ -397,6 +397,7 @@ TEST(ObjectNameHandlerBlock, OtherFieldsOfTheBlockDoNotCount) {
 TEST(ObjectNameHandlerBlock, NullBlockHasNoType) {
     const TestHandler handler = HandlerOf(DefaultsAnd({{"actionObjects.T.", "PART_LIST.N"}}));
     EXPECT_EQ(handler.GetExternalType(static_cast<const char*>(nullptr)), "");
+    EXPECT_FALSE(handler.GetExternalType(static_cast<const char*>(nullptr)).IsNull());
 }
 
 TEST(ObjectNameHandlerAttribute, TableOfTheMappingMustMatch) {

@@ -89,6 +89,20 @@ TEST(RecordTextCount, CountThatTheTextCannotHoldFailsAndLeavesTheListEmpty) {
     }
 }
 
+TEST(RecordTextCount, LongValuesDoNotMakeACountCredible) {
+    std::string text = SampleWithCount(kCountLines[1], "1000000");
+    std::string values;
+    for (int value = 0; value < 50; ++value) {
+        values += "\nname=\"" + std::string(75, 'v') + "\";";
+    }
+    text.insert(text.find(";\n", text.find("inputs.length=")) + 1, values);
+    std::istringstream stream(text);
+    ActivityInfo activity;
+    stream >> activity;
+    EXPECT_TRUE(stream.fail());
+    ExpectEmptyFrom(activity, 1);
+}
+
 TEST(RecordTextCount, CountBeyondAnIntFailsAndLeavesTheListEmpty) {
     for (const CountLine& line : kCountLines) {
         for (const char* count : {"2147483648", "-2147483649", "99999999999999999999", "x", ""}) {

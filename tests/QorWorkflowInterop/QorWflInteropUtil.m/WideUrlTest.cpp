@@ -88,6 +88,12 @@ TEST(WideUrl, DelimitersOfTheShortFormAreWholeCharacters) {
     EXPECT_EQ(UrlToUuid(Widened(kShort, kShort.find(u"/0"))), std::nullopt);
 }
 
+TEST(WideUrl, WideNameIsInNoNarrowUrl) {
+    const BexUnicodeString value = QorWflUrlUtil::GetUrlParm("u?\xAC=1", Text(u"\u20AC"));
+    EXPECT_EQ(value, "");
+    EXPECT_FALSE(value.IsNull());
+}
+
 TEST(WideUrl, EscapesAndParametersNeedWholeCharacters) {
     EXPECT_EQ(QorWflUrlUtil::UrlToActionId(Text(u"qor://ACTION/\u012B\u01251+%41")), Text(u"\u012B\u01251 A"));
     EXPECT_EQ(QorWflUrlUtil::GetUrlParm(Text(u"u\u013Fa=1"), "a"), BexUnicodeString(""));

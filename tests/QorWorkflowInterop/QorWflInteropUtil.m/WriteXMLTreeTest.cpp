@@ -1,6 +1,7 @@
 #include "NaiveXmlWriter.h"
 
 #include <BexDom.h>
+#include <BexTreeBuilder.h>
 #include <BexXMLParser.h>
 #include <WriteXML.h>
 
@@ -136,6 +137,18 @@ const char* const kTextWithEntities =
     "<!ENTITY picture SYSTEM 'p' NDATA n>]>\n<r v='&five;'>before &tree; behind</r>";
 
 }  // namespace
+
+TEST(WriteXmlTree, TextEndsAtItsFirstNulCharacter) {
+    for (const std::size_t length : {0UL, 1UL, 7UL, 8UL, 9UL, 2000UL}) {
+        const std::u16string before(length, u'b');
+        DOM_Document document = DOM_Document::createDocument();
+        BexTreeBuilder builder(document);
+        builder.OpenElement(u"r");
+        builder.AddText(before + u'\0' + u"behind<");
+        builder.CloseElement();
+        EXPECT_EQ(Written(document.getDocumentElement().getNative()), u"<r>" + before + u"</r>") << length;
+    }
+}
 
 TEST(WriteXmlHostTree, IsWrittenThroughAHandle) {
     const NativeDocument host = EmptyHostDocument();
