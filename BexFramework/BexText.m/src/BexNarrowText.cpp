@@ -11,6 +11,14 @@ namespace {
 
 constexpr std::size_t kLongest = INT_MAX;  // what the interface of the strings can count
 
+/** Memory for a text of so many bytes and the NUL character behind it. */
+char* NewBytes(std::size_t iLength) {
+    if (iLength > kLongest) {
+        throw std::length_error("BexNarrowText");
+    }
+    return static_cast<char*>(::operator new(iLength + 1));
+}
+
 }  // namespace
 
 void BexNarrowText::Assign(std::string_view iText) {
@@ -25,15 +33,18 @@ void BexNarrowText::Assign(std::string_view iText) {
 }
 
 void BexNarrowText::Append(std::string_view iText) {
-    if (iText.size() > Capacity() - length) {  // into a new text, for what is added can be part of this one
-        BexNarrowText grown;
-        grown.Reserve(GrownCapacity(iText.size()));
-        grown.Append(View());
-        grown.Append(iText);
-        *this = std::move(grown);
-        return;
-    }
-    if (!iText.empty()) {
+    if (iText.size() > Capacity() - length) {
+        // The former memory is kept until the copies are made, for what is added can be part of it.
+        const std::size_t capacity = GrownCapacity(iText.size());
+        char* const text = NewBytes(capacity);
+        std::memcpy(text, CString(), length);
+        std::memcpy(text + length, iText.data(), iText.size());
+        if (isOutside) {
+            ::operator delete(place.outside.text);
+        }
+        place.outside = {text, capacity};
+        isOutside = true;
+    } else if (!iText.empty()) {
         std::memmove(Bytes() + length, iText.data(), iText.size());
     }
     EndAt(length + iText.size());
@@ -49,11 +60,8 @@ char* BexNarrowText::Extend(std::size_t iLength) {
 }
 
 void BexNarrowText::Reserve(std::size_t iLength) {
-    if (iLength > kLongest) {
-        throw std::length_error("BexNarrowText");
-    }
     if (iLength > Capacity()) {
-        auto* text = static_cast<char*>(::operator new(iLength + 1));
+        char* const text = NewBytes(iLength);
         std::memcpy(text, CString(), length + 1U);
         if (isOutside) {
             ::operator delete(place.outside.text);
