@@ -1,6 +1,7 @@
 #include "QorWflUrlUtil.h"
 
 #include "QorWflUuidLayout.h"
+#include "UrlBlock.h"
 
 #include <BexQorTrace.h>
 #include <BexQorTraceStep.h>
@@ -200,11 +201,12 @@ constexpr std::size_t LongestEncoding(std::size_t iUnits) {
 /** Appends the encoded form of a text. A code unit above 0xFF counts as its low 8 bits. */
 template <typename Unit>
 void AppendEncoded(BexNarrowText& ioText, View<Unit> iText) {
-    constexpr std::size_t kBlock = 1024;  // so that little room is taken that is not needed
+    constexpr std::size_t kPiece = 1024;  // so that little room is taken that is not needed
     while (!iText.empty()) {
-        const View<Unit> block = iText.substr(0, kBlock);
+        const View<Unit> block = iText.substr(0, kPiece);
         char* const start = ioText.Extend(LongestEncoding(block.size()));
         char* end = start;
+#pragma GCC unroll 8
         for (const Unit unit : block) {
             const EncodedByte& encoded = kEncoding[static_cast<unsigned char>(unit)];
             std::memcpy(end, &encoded, sizeof encoded);
@@ -213,6 +215,18 @@ void AppendEncoded(BexNarrowText& ioText, View<Unit> iText) {
         ioText.Shorten(ioText.Length() - LongestEncoding(block.size()) + static_cast<std::size_t>(end - start));
         iText.remove_prefix(block.size());
     }
+}
+
+/** As ScanEscape(), for an escape that is not just two digits. */
+template <typename Unit>
+ScannedByte ScanUnusualEscape(View<Unit> iEscape) {
+    char digits[kEscapeLength - 1];
+    std::size_t length = 0;
+    for (const Unit unit : iEscape.substr(1, kEscapeLength - 1)) {
+        const char digit = NarrowCharacter(unit);
+        digits[length++] = digit == '+' ? ' ' : digit;  // blanks come first, also in an escape
+    }
+    return ScanHexByte(std::string_view(digits, length));
 }
 
 /** The character that an escape stands for, at its percent sign; the text may end within it. */
@@ -224,13 +238,7 @@ ScannedByte ScanEscape(View<Unit> iEscape) {
             return {true, static_cast<unsigned char>(value)};
         }
     }
-    char digits[kEscapeLength - 1];
-    std::size_t length = 0;
-    for (const Unit unit : iEscape.substr(1, kEscapeLength - 1)) {
-        const char digit = NarrowCharacter(unit);
-        digits[length++] = digit == '+' ? ' ' : digit;  // blanks come first, also in an escape
-    }
-    return ScanHexByte(std::string_view(digits, length));
+    return ScanUnusualEscape(iEscape);
 }
 
 /**
@@ -243,7 +251,7 @@ Unit* DecodeTo(Unit* oDecoded, View<Unit> iText) {
     const Unit* const end = iText.data() + iText.size();
     for (const Unit* at = iText.data(); at < end; ++at) {
         if (*at != Unit{'%'}) {
-            *oDecoded++ = *at == Unit{'+'} ? Unit{' '} : *at;
+            *oDecoded++ = UrlBlock::Decoded(*at);
             continue;
         }
         const ScannedByte scanned = ScanEscape(View<Unit>(at, static_cast<std::size_t>(end - at)));
@@ -255,10 +263,36 @@ Unit* DecodeTo(Unit* oDecoded, View<Unit> iText) {
     return oDecoded;
 }
 
+/**
+ * The same for narrow text. Whole blocks are copied, between escapes too, and the next escape's place in the block is
+ * known before the one in front is undone: nothing waits for the place that the text has got to.
+ */
+char* DecodeNarrowTo(char* oDecoded, std::string_view iText) {
+    while (iText.size() >= 2 * UrlBlock::kSize) {  // so that a block can be read from anywhere in the first one
+        std::size_t done = 0;
+        for (unsigned int signs = UrlBlock(iText.data()).PercentSigns(); signs != 0; signs &= ~0U << done) {
+            const auto sign = static_cast<std::size_t>(__builtin_ctz(signs));
+            UrlBlock(iText.data() + done).DecodeTo(oDecoded);
+            oDecoded += sign - done;
+            const ScannedByte scanned = ScanEscape(iText.substr(sign));
+            *oDecoded = static_cast<char>(scanned.value);
+            oDecoded += scanned.found ? 1 : 0;
+            done = sign + kEscapeLength;
+        }
+        if (done < UrlBlock::kSize) {
+            UrlBlock(iText.data() + done).DecodeTo(oDecoded);
+            oDecoded += UrlBlock::kSize - done;
+            done = UrlBlock::kSize;
+        }
+        iText.remove_prefix(done);
+    }
+    return DecodeTo(oDecoded, iText);
+}
+
 BexNarrowText Decode(std::string_view iText) {
     BexNarrowText decoded;
     char* const start = decoded.Extend(iText.size());
-    decoded.Shorten(static_cast<std::size_t>(DecodeTo(start, iText) - start));
+    decoded.Shorten(static_cast<std::size_t>(DecodeNarrowTo(start, iText) - start));
     return decoded;
 }
 
@@ -588,14 +622,15 @@ void QorWflUrlUtil::AddUrlParm(BexUnicodeString& ioUrl, const BexUnicodeString& 
         WithView(iValue, [&text](auto iView) { AppendEncoded(text, iView); });
         ioUrl.Append((BexUnicodeString() += mark) + iName + StringOf(std::move(text)));
     } else {  // written to one text, with room from the start for a value that is not unusually long
-        constexpr std::size_t kUsualLength = 512;
+        constexpr std::size_t kUsualLength = 4096;
         const auto valueLength = static_cast<std::size_t>(iValue.GetLengthInChar());
         text.Reserve(ioUrl.NarrowView().size() + iName.NarrowView().size() +
                      sizeof "?=" + LongestEncoding(std::min(valueLength, kUsualLength)));
-        text.Append(ioUrl.NarrowView());
-        text.Append(mark);
-        text.Append(iName.NarrowView());
-        text.Append('=');
+        char* const head = text.Extend(ioUrl.NarrowView().size() + iName.NarrowView().size() + 2);
+        char* end = std::copy(ioUrl.NarrowView().begin(), ioUrl.NarrowView().end(), head);
+        *end++ = mark;
+        end = std::copy(iName.NarrowView().begin(), iName.NarrowView().end(), end);
+        *end = '=';
         WithView(iValue, [&text](auto iView) { AppendEncoded(text, iView); });
         ioUrl = StringOf(std::move(text));
     }
