@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <random>
 #include <string>
 
 // The codecs are reached through the URLs: Encode and Decode through action URLs and parameters, the fixed-width and
@@ -165,6 +166,31 @@ TEST(UrlDecode, AgreesWithTheScanOfTheCLibraryOnEveryPairOfBytes) {
                 ASSERT_EQ(GetUrlParm("u?v=" + escape, "v"), decoded) << NaiveUrl::BinToHex(escape);
             }
         }
+    }
+}
+
+// Long texts are decoded many characters at a time: what an escape is must not depend on its place.
+TEST(UrlDecode, EscapesOfEveryKindStandAnywhereInALongText) {
+    const std::string before = "0+2a4B6+8c0D2+4e6F8+0a2B4+6c8D0+2e4F6+8a";
+    for (const std::string piece : {"%41", "%", "%%", "%%41", "%4", "%4x", "%zz", "%+5", "%-5", "%25", "%41%42%"}) {
+        for (std::size_t place = 0; place <= before.size(); ++place) {
+            for (const std::size_t behind : {0, 1, 2, 15, 16, 17, 31, 32, 33, 48}) {
+                const std::string text = before.substr(0, place) + piece + std::string(behind, '7');
+                EXPECT_EQ(Decode(text), NaiveUrl::Decode(text)) << text;
+            }
+        }
+    }
+}
+
+TEST(UrlDecode, AgreesWithTheNaiveVersionOnLongTextsOfANastyAlphabet) {
+    const std::string alphabet = "%%%+ 0aFxz-.";
+    std::mt19937 random(20040229);
+    for (int round = 0; round < 2000; ++round) {
+        std::string text(random() % 150, ' ');
+        for (char& character : text) {
+            character = alphabet[random() % alphabet.size()];
+        }
+        EXPECT_EQ(Decode(text), NaiveUrl::Decode(text)) << text;
     }
 }
 
