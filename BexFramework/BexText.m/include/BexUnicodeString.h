@@ -62,6 +62,19 @@ public:
     [[nodiscard]] static BexUnicodeString FromNarrow(std::string_view iText);
     /** The same, taking the text over without a copy. */
     [[nodiscard]] static BexUnicodeString FromNarrow(BexNarrowText&& ioText) noexcept;
+    /**
+     * The same for a text that is written where it stays.
+     * @param iRoom the most bytes that the text can have
+     * @param iWrite is called with a pointer to that room and gives the end of what it has written
+     */
+    template <typename Writer>
+    [[nodiscard]] static BexUnicodeString FromNarrow(std::size_t iRoom, Writer iWrite) {
+        BexUnicodeString text;
+        char* const start = text.narrow.Extend(iRoom);
+        text.narrow.Shorten(static_cast<std::size_t>(iWrite(start) - start));
+        text.null = false;
+        return text;
+    }
 
     /** @return 1 for a null string, else 0. */
     int IsNull() const noexcept { return null ? 1 : 0; }

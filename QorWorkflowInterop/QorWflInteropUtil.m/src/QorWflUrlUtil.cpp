@@ -1,170 +1,39 @@
 #include "QorWflUrlUtil.h"
 
 #include "QorWflUuidLayout.h"
-#include "UrlBlock.h"
+#include "UrlCodec.h"
 
 #include <BexQorTrace.h>
 #include <BexQorTraceStep.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstring>
 #include <memory>
 #include <new>
 #include <string>
 #include <string_view>
-#include <type_traits>
+#include <utility>
 
 namespace {
 
 BexQorTrace trace("WFInteropUrl", "WFInteropUrl", "STDOUT", 1024);
 
-// ---------------------------------------------------------------------------------------------------- codecs
+using UrlCodec::AppendEncoded;
+using UrlCodec::Decode;
+using UrlCodec::kHexDigits;
+using UrlCodec::LongestEncoding;
+using UrlCodec::NarrowCharacter;
+using UrlCodec::ScanHexByte;
+using UrlCodec::ScannedByte;
+using UrlCodec::View;
 
-constexpr char kHexDigits[] = "0123456789ABCDEF";
-constexpr int kNoDigit = -1;
-constexpr std::size_t kEscapeLength = 3;  // a percent sign and two digits
-
-constexpr bool IsAlphanumeric(unsigned char iCode) {
-    return (iCode >= '0' && iCode <= '9') || (iCode >= 'A' && iCode <= 'Z') || (iCode >= 'a' && iCode <= 'z');
-}
-
-/** What a byte is in a URL. */
-struct EncodedByte {
-    char text[3];
-    unsigned char length;
-};
-static_assert(sizeof(EncodedByte) == kEscapeLength + 1);
-
-constexpr EncodedByte EncodeByte(unsigned char iCode) {
-    const char character = static_cast<char>(iCode);
-    for (const char mark : {'.', '-', '*', '_'}) {
-        if (character == mark) {
-            return {{character, 0, 0}, 1};
-        }
-    }
-    if (IsAlphanumeric(iCode)) {
-        return {{character, 0, 0}, 1};
-    }
-    if (character == ' ') {
-        return {{'+', 0, 0}, 1};
-    }
-    return {{'%', kHexDigits[iCode / 16], kHexDigits[iCode % 16]}, kEscapeLength};
-}
-
-/** For each byte what it is in a URL; the C locale's letters and digits stand for themselves, whatever the locale. */
-constexpr std::array<EncodedByte, 256> MakeEncodingTable() {
-    std::array<EncodedByte, 256> table{};
-    for (unsigned int code = 0; code < table.size(); ++code) {
-        table[code] = EncodeByte(static_cast<unsigned char>(code));
-    }
-    return table;
-}
-
-constexpr std::array<EncodedByte, 256> kEncoding = MakeEncodingTable();
-
-/** For each byte its value as a hexadecimal digit, or kNoDigit. */
-constexpr std::array<signed char, 256> MakeDigitTable() {
-    std::array<signed char, 256> values{};
-    for (signed char& value : values) {
-        value = kNoDigit;
-    }
-    for (int value = 0; value < 16; ++value) {
-        const char digit = kHexDigits[value];
-        values[static_cast<unsigned char>(digit)] = static_cast<signed char>(value);
-        if (value >= 10) {
-            values[static_cast<unsigned char>(digit - 'A' + 'a')] = static_cast<signed char>(value);
-        }
-    }
-    return values;
-}
-
-constexpr std::array<signed char, 256> kDigitValues = MakeDigitTable();
-
-int DigitValue(char iCharacter) {
-    return kDigitValues[static_cast<unsigned char>(iCharacter)];
-}
-
-int DigitValue(char16_t iUnit) {
-    return iUnit > 0xFF ? kNoDigit : kDigitValues[iUnit];
-}
-
-/** The byte of two digits' values; negative when one of them is kNoDigit. */
-int ByteValue(int iHigh, int iLow) {
-    return iHigh * 16 | iLow;
-}
-
-/** What a scan for a hexadecimal byte yields. */
-struct ScannedByte {
-    bool found;
-    unsigned char value;
-};
-
-/**
- * Reads a byte as the C library's `%2X` does in the C locale: white space first, however much, then two characters at
- * the most, of which the first may be a sign, or "0x" with no digit behind it, which counts as 0.
- */
-ScannedByte ScanHexByte(std::string_view iText) {
-    if (iText.size() >= 2) {
-        const int value = ByteValue(DigitValue(iText[0]), DigitValue(iText[1]));
-        if (value >= 0) {
-            return {true, static_cast<unsigned char>(value)};
-        }
-    }
-    constexpr std::string_view kWhiteSpace(" \t\n\v\f\r");
-    iText.remove_prefix(std::min(iText.find_first_not_of(kWhiteSpace), iText.size()));
-    if (iText.empty()) {
-        return {false, 0};
-    }
-    const char first = iText[0];
-    const int second = iText.size() < 2 ? kNoDigit : DigitValue(iText[1]);
-    if (first == '+' || first == '-') {
-        return {second >= 0, static_cast<unsigned char>(first == '-' ? -second : second)};
-    }
-    if (DigitValue(first) < 0) {
-        return {false, 0};
-    }
-    return {true, static_cast<unsigned char>(second < 0 ? DigitValue(first) : DigitValue(first) * 16 + second)};
-}
-
-/** A text whose code units are of one kind: bytes, or UTF-16 where some unit does not fit one. */
-template <typename Unit>
-using View = std::basic_string_view<Unit>;
+// ---------------------------------------------------------------------------------------------------- texts and fields
 
 /** Calls a function with the view of a text that suits it. */
 template <typename Function>
 auto WithView(const BexUnicodeString& iText, Function iFunction) {
     return iText.IsWide() ? iFunction(iText.WideView()) : iFunction(iText.NarrowView());
-}
-
-/** Where a text of such units is gathered. */
-template <typename Unit>
-using Gathered = std::conditional_t<std::is_same_v<Unit, char>, BexNarrowText, std::u16string>;
-
-BexUnicodeString StringOf(BexNarrowText&& ioText) {
-    return BexUnicodeString::FromNarrow(std::move(ioText));
-}
-
-BexUnicodeString StringOf(const std::u16string& iText) {
-    return BexUnicodeString(iText.data(), static_cast<int>(iText.size()));
-}
-
-std::string_view ViewOf(const BexNarrowText& iText) {
-    return iText.View();
-}
-
-std::u16string_view ViewOf(const std::u16string& iText) {
-    return iText;
-}
-
-/** The narrow character of a code unit, a question mark for one that has none. */
-char NarrowCharacter(char iCharacter) {
-    return iCharacter;
-}
-
-char NarrowCharacter(char16_t iUnit) {
-    return iUnit > 0xFF ? '?' : static_cast<char>(iUnit);
 }
 
 /** The narrow form of a text, without a copy where it is narrow already. */
@@ -192,115 +61,6 @@ public:
 private:
     std::string text;
 };
-
-/** Room for the encoded form of so many units, also when a whole table entry is written each time. */
-constexpr std::size_t LongestEncoding(std::size_t iUnits) {
-    return iUnits * kEscapeLength + 1;
-}
-
-/** Appends the encoded form of a text. A code unit above 0xFF counts as its low 8 bits. */
-template <typename Unit>
-void AppendEncoded(BexNarrowText& ioText, View<Unit> iText) {
-    constexpr std::size_t kPiece = 1024;  // so that little room is taken that is not needed
-    while (!iText.empty()) {
-        const View<Unit> block = iText.substr(0, kPiece);
-        char* const start = ioText.Extend(LongestEncoding(block.size()));
-        char* end = start;
-#pragma GCC unroll 8
-        for (const Unit unit : block) {
-            const EncodedByte& encoded = kEncoding[static_cast<unsigned char>(unit)];
-            std::memcpy(end, &encoded, sizeof encoded);
-            end += encoded.length;
-        }
-        ioText.Shorten(ioText.Length() - LongestEncoding(block.size()) + static_cast<std::size_t>(end - start));
-        iText.remove_prefix(block.size());
-    }
-}
-
-/** As ScanEscape(), for an escape that is not just two digits. */
-template <typename Unit>
-ScannedByte ScanUnusualEscape(View<Unit> iEscape) {
-    char digits[kEscapeLength - 1];
-    std::size_t length = 0;
-    for (const Unit unit : iEscape.substr(1, kEscapeLength - 1)) {
-        const char digit = NarrowCharacter(unit);
-        digits[length++] = digit == '+' ? ' ' : digit;  // blanks come first, also in an escape
-    }
-    return ScanHexByte(std::string_view(digits, length));
-}
-
-/** The character that an escape stands for, at its percent sign; the text may end within it. */
-template <typename Unit>
-ScannedByte ScanEscape(View<Unit> iEscape) {
-    if (iEscape.size() >= kEscapeLength) {
-        const int value = ByteValue(DigitValue(iEscape[1]), DigitValue(iEscape[2]));
-        if (value >= 0) {
-            return {true, static_cast<unsigned char>(value)};
-        }
-    }
-    return ScanUnusualEscape(iEscape);
-}
-
-/**
- * Undoes the encoding; an escape that is none disappears with the two characters behind the percent sign.
- * @param oDecoded room for as many units as the text has
- * @return the end of what was decoded.
- */
-template <typename Unit>
-Unit* DecodeTo(Unit* oDecoded, View<Unit> iText) {
-    const Unit* const end = iText.data() + iText.size();
-    for (const Unit* at = iText.data(); at < end; ++at) {
-        if (*at != Unit{'%'}) {
-            *oDecoded++ = UrlBlock::Decoded(*at);
-            continue;
-        }
-        const ScannedByte scanned = ScanEscape(View<Unit>(at, static_cast<std::size_t>(end - at)));
-        if (scanned.found) {
-            *oDecoded++ = static_cast<Unit>(scanned.value);
-        }
-        at += std::min<std::ptrdiff_t>(kEscapeLength, end - at) - 1;
-    }
-    return oDecoded;
-}
-
-/**
- * The same for narrow text. Whole blocks are copied, between escapes too, and the next escape's place in the block is
- * known before the one in front is undone: nothing waits for the place that the text has got to.
- */
-char* DecodeNarrowTo(char* oDecoded, std::string_view iText) {
-    while (iText.size() >= 2 * UrlBlock::kSize) {  // so that a block can be read from anywhere in the first one
-        std::size_t done = 0;
-        for (unsigned int signs = UrlBlock(iText.data()).PercentSigns(); signs != 0; signs &= ~0U << done) {
-            const auto sign = static_cast<std::size_t>(__builtin_ctz(signs));
-            UrlBlock(iText.data() + done).DecodeTo(oDecoded);
-            oDecoded += sign - done;
-            const ScannedByte scanned = ScanEscape(iText.substr(sign));
-            *oDecoded = static_cast<char>(scanned.value);
-            oDecoded += scanned.found ? 1 : 0;
-            done = sign + kEscapeLength;
-        }
-        if (done < UrlBlock::kSize) {
-            UrlBlock(iText.data() + done).DecodeTo(oDecoded);
-            oDecoded += UrlBlock::kSize - done;
-            done = UrlBlock::kSize;
-        }
-        iText.remove_prefix(done);
-    }
-    return DecodeTo(oDecoded, iText);
-}
-
-BexNarrowText Decode(std::string_view iText) {
-    BexNarrowText decoded;
-    char* const start = decoded.Extend(iText.size());
-    decoded.Shorten(static_cast<std::size_t>(DecodeNarrowTo(start, iText) - start));
-    return decoded;
-}
-
-std::u16string Decode(std::u16string_view iText) {
-    std::u16string decoded(iText.size(), u'\0');
-    decoded.resize(static_cast<std::size_t>(DecodeTo(decoded.data(), iText) - decoded.data()));
-    return decoded;
-}
 
 /** Writes a text into a field of fixed width, cut or padded; nothing terminates it. */
 void ToChar(char* oField, int iSize, std::string_view iText, char iPad) {
@@ -495,8 +255,9 @@ char* ShortUrlToUuid(View<Unit> iUrl, BexQorTraceStep& ioStep) {
         return nullptr;
     }
     const std::size_t end = OrEnd(iUrl.find(Unit{'?'}, kShortScheme.size()), iUrl.size());
-    const Gathered<Unit> body = Decode(Between(iUrl, kShortScheme.size(), end));
-    return ShortBodyToUuid(NarrowForm<Unit>(ViewOf(body)).Text(), ioStep);
+    return WithView(Decode(Between(iUrl, kShortScheme.size(), end)), [&ioStep](auto iBody) {
+        return ShortBodyToUuid(NarrowForm<typename decltype(iBody)::value_type>(iBody).Text(), ioStep);
+    });
 }
 
 /** The identifier of a long action URL, encoded as it stands there; empty when the URL is none. */
@@ -514,9 +275,9 @@ View<Unit> EncodedIdOfLongUrl(View<Unit> iUrl) {
 template <typename Unit>
 BexUnicodeString ActionIdOf(View<Unit> iUrl) {
     if (StartsWith(iUrl, kShortActionPrefix)) {
-        return StringOf(Decode(iUrl.substr(kShortActionPrefix.size())));
+        return Decode(iUrl.substr(kShortActionPrefix.size()));
     }
-    return StringOf(Decode(StartsWith(iUrl, kLongPrefix) ? EncodedIdOfLongUrl(iUrl) : View<Unit>()));
+    return Decode(StartsWith(iUrl, kLongPrefix) ? EncodedIdOfLongUrl(iUrl) : View<Unit>());
 }
 
 /** The encoded value of the first parameter of a name; false when there is none. */
@@ -543,7 +304,7 @@ BexUnicodeString ParmOf(View<Unit> iUrl, View<Unit> iName, BexQorTraceStep& ioSt
     if (!FindParm(iUrl, iName, encoded)) {
         return BexUnicodeString("");
     }
-    BexUnicodeString value = StringOf(Decode(encoded));
+    BexUnicodeString value = Decode(encoded);
     ioStep << "Found [" << value << "]" << std::endl;
     return value;
 }
@@ -577,7 +338,7 @@ BexUnicodeString QorWflUrlUtil::ActionUrl(const BexUnicodeString& iActionId) {
     WithView(iActionId, [&url](auto iView) { AppendEncoded(url, iView); });
     url.Append('.');
     url.Append(kActionSuffix);
-    return StringOf(std::move(url));
+    return BexUnicodeString::FromNarrow(std::move(url));
 }
 
 char* QorWflUrlUtil::UrlToContext(const BexUnicodeString& iUrl, BexUnicodeString& oContext) {
@@ -620,7 +381,7 @@ void QorWflUrlUtil::AddUrlParm(BexUnicodeString& ioUrl, const BexUnicodeString& 
     if (ioUrl.IsWide() || iName.IsWide()) {
         text.Append('=');
         WithView(iValue, [&text](auto iView) { AppendEncoded(text, iView); });
-        ioUrl.Append((BexUnicodeString() += mark) + iName + StringOf(std::move(text)));
+        ioUrl.Append((BexUnicodeString() += mark) + iName + BexUnicodeString::FromNarrow(std::move(text)));
     } else {  // written to one text, with room from the start for a value that is not unusually long
         constexpr std::size_t kUsualLength = 4096;
         const auto valueLength = static_cast<std::size_t>(iValue.GetLengthInChar());
@@ -632,7 +393,7 @@ void QorWflUrlUtil::AddUrlParm(BexUnicodeString& ioUrl, const BexUnicodeString& 
         end = std::copy(iName.NarrowView().begin(), iName.NarrowView().end(), end);
         *end = '=';
         WithView(iValue, [&text](auto iView) { AppendEncoded(text, iView); });
-        ioUrl = StringOf(std::move(text));
+        ioUrl = BexUnicodeString::FromNarrow(std::move(text));
     }
     step << "url set to [" << ioUrl << "]" << std::endl;
 }
@@ -663,7 +424,7 @@ BexUnicodeString QorWflUrlUtil::InstanceUrl(const char* iUuid) {
     url.Append(kTableMark);
     url.Append(FromChar(text(kKitab), kPad));
     step << "url is [" << url.View() << "]" << std::endl;
-    return StringOf(std::move(url));
+    return BexUnicodeString::FromNarrow(std::move(url));
 }
 
 char* QorWflUrlUtil::UrlToUuid(const BexUnicodeString& iUrl) {

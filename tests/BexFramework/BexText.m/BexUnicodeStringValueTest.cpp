@@ -8,6 +8,7 @@
 
 #include <GlobalLocale.h>
 #include <RunOnThreads.h>
+#include <algorithm>
 #include <climits>
 #include <locale>
 #include <string>
@@ -343,6 +344,19 @@ TEST(BexUnicodeStringValue, ResetMakesNull) {
         ExpectNull(text);
         text.Reset();
         ExpectNull(text);
+    }
+}
+
+TEST(BexUnicodeStringValue, FromNarrowKeepsWhatWasWrittenOfTheRoom) {
+    for (const std::size_t room : {0U, 1U, 31U, 32U, 5000U}) {
+        for (const std::size_t length : {std::size_t{0}, room / 2, room}) {
+            const BexUnicodeString text = BexUnicodeString::FromNarrow(room, [length](char* oText) {
+                std::fill_n(oText, length, '\xE4');
+                return oText + length;
+            });
+            EXPECT_EQ(text.NarrowView(), std::string(length, '\xE4')) << room;
+            EXPECT_FALSE(text.IsNull()) << room;
+        }
     }
 }
 
