@@ -124,6 +124,12 @@ TEST(BexXMLParserMemBufInputSource, DoesNotCopyTheMemory) {
     parser.parse(*source);
     ASSERT_TRUE(parser.getDocument() != 0);
     EXPECT_EQ(Narrow(parser.getDocument().getDocumentElement().getTagName()), "b");
+
+    const std::unique_ptr<xercesc::BinInputStream> stream(source->makeStream());
+    text[1] = 'c';
+    XMLByte bytes[4];
+    ASSERT_EQ(stream->readBytes(bytes, sizeof bytes), sizeof bytes);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes), sizeof bytes), "<c/>") << "its stream does not either";
 }
 
 TEST(BexXMLParserMemBufInputSource, IsNullForANullBufferOrANegativeLength) {

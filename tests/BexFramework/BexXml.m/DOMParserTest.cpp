@@ -2,6 +2,7 @@
 #include <BexXMLParser.h>
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMDocumentType.hpp>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/BinInputStream.hpp>
@@ -510,6 +511,7 @@ TEST(DomParser, ErrorsFoundBeforeParsingHaveTheirPlaceToo) {
         {"<a>\r\r\n\n\rxy", 5, 3},
         {"<a>\n\xC3\xA9", 2, 2},
         {"<a>\xE2\x82\xAC", 1, 5},
+        {"<a>\xC3\x80", 1, 5},
         {"<a>\xF0\x9D\x84\x9E", 1, 6},
     };
     DOMParser parser;
@@ -529,6 +531,16 @@ TEST(DomParser, ErrorsFoundBeforeParsingHaveTheirPlaceToo) {
     Parse(parser, std::string(reinterpret_cast<const char*>(wide.data()), wide.size() * 2));
     EXPECT_EQ(parser.getErrorLine(), 2U);
     EXPECT_EQ(parser.getErrorColumn(), 4U);
+    for (const std::string& twice : {std::string("\xEF\xBB\xBF\xEF\xBB\xBF"), std::string("\xFF\xFE\xFF\xFE")}) {
+        Parse(parser, twice);
+        EXPECT_EQ(parser.getErrorLine(), 1U);
+        EXPECT_EQ(parser.getErrorColumn(), 1U);
+    }
+}
+
+TEST(DomParser, TreeIsCheckedByXercesAgainWhenItIsThere) {
+    const DOM_Document document = Parsed("<a/>");
+    EXPECT_TRUE(static_cast<const xercesc::DOMDocument*>(document.getNative())->getStrictErrorChecking());
 }
 
 TEST(DomParser, WorksOnSeveralThreadsAtOnce) {
