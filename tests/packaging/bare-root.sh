@@ -14,11 +14,11 @@
 set -euo pipefail
 sources=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 
-packages='' suite=bookworm mirror=() base='' keep=0
+packages='' suite=bookworm mirror='' base='' keep=0
 while (($# > 0)); do
     case $1 in
         --suite) suite=$2 && shift ;;
-        --mirror) mirror=("$2") && shift ;;
+        --mirror) mirror=$2 && shift ;;
         --base) base=$2 && shift ;;
         --keep) keep=1 ;;
         *) packages=$1 ;;
@@ -28,12 +28,13 @@ done
 [[ -d $packages ]] || { sed -n '2,/^set/ { /^#/ s/^# \{0,1\}//p }' "${BASH_SOURCE[0]}" >&2; exit 2; }
 ((EUID == 0)) || { echo "bare-root.sh needs root's rights" >&2; exit 1; }
 
-say() { printf '== %s\n' "$*"; }
+# shellcheck source=/dev/null
+. "$sources/tests/packaging/debian-root.bash"
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/bare-root.XXXXXX")
 root=$work/root
 leave() {
-    mountpoint -q "$root/proc" && umount "$root/proc"
+    leave_root
     if ((keep)); then
         say "the root stays in $root"
     else
@@ -46,17 +47,9 @@ if [[ -n $base ]]; then
     say "copying $base"
     cp -a "$base" "$root"
 else
-    say "making a root with debootstrap"
-    debootstrap --variant=minbase "$suite" "$root" "${mirror[@]}"
+    make_root "$suite" "$mirror"
 fi
-cp -L /etc/resolv.conf "$root/etc/resolv.conf"  # names are looked up in there as they are here
-mountpoint -q "$root/proc" || mount -t proc proc "$root/proc" || say "without /proc, which cannot be mounted here"
-
-# Packages must not start services in there, and apt is not to ask.
-printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
-chmod +x "$root/usr/sbin/policy-rc.d"
-inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C DEBIAN_FRONTEND=noninteractive "$@"; }
-install_packages() { inside apt-get install -y -q --no-install-recommends "$@"; }
+enter_root
 
 mkdir "$root/try"
 cp "$packages"/*.deb "$root/try"

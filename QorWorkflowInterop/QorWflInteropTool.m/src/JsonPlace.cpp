@@ -132,12 +132,12 @@ std::optional<long> JsonPlace::WholeNumber(long iLeast, long iMost) const {
     if (IsAbsent()) {
         return std::nullopt;
     }
-    const bool fitsLong = value->is_number_integer() &&
-                          (!value->is_number_unsigned() || std::in_range<long>(value->get<std::uint64_t>()));
-    if (!fitsLong || value->get<long>() < iLeast || value->get<long>() > iMost) {
+    const bool fits = value->is_number_integer() &&
+                      (!value->is_number_unsigned() || std::in_range<std::int64_t>(value->get<std::uint64_t>()));
+    if (!fits || value->get<std::int64_t>() < iLeast || value->get<std::int64_t>() > iMost) {
         RefuseOther("a whole number from " + std::to_string(iLeast) + " to " + std::to_string(iMost));
     }
-    return value->get<long>();
+    return static_cast<long>(value->get<std::int64_t>());
 }
 
 void JsonPlace::Refuse(const std::string& iReason) const {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -103,9 +104,11 @@ TEST(JsonAction, NumbersRefuseWhatIsNoneOrOutOfRange) {
     ExpectRefused(R"({"generation": 2147483648})", generation + "the number 2147483648");
     ExpectRefused(R"({"generation": -2147483649})", generation + "the number -2147483649");
     ExpectRefused(R"({"generation": 18446744073709551615})", generation + "the number 18446744073709551615");
-    const std::string duration =
-        "/duration: expected a whole number from -9223372036854775808 to 9223372036854775807, found ";
+    const std::string duration = "/duration: expected a whole number from " + std::to_string(LONG_MIN) + " to " +
+                                 std::to_string(LONG_MAX) + ", found ";
     ExpectRefused(R"({"duration": true})", duration + "true");
+    const std::string tooLarge = std::to_string(static_cast<unsigned long>(LONG_MAX) + 1);
+    ExpectRefused("{\"duration\": " + tooLarge + "}", duration + "the number " + tooLarge);
     ExpectRefused(R"({"duration": 9223372036854775808})", duration + "the number 9223372036854775808");
 }
 
@@ -115,10 +118,10 @@ TEST(JsonAction, NumbersAreTakenUpToTheirLimits) {
         EXPECT_EQ(result.status, 0) << result;
         EXPECT_THAT(result.out, HasSubstr(std::string("Value = \"") + number + "\""));
     }
-    for (const char* number : {"-9223372036854775808", "9223372036854775807", "-5"}) {
-        const ToolResult result = ExportText(std::string("{\"duration\": ") + number + "}");
+    for (const std::string& number : {std::to_string(LONG_MIN), std::to_string(LONG_MAX), std::string("-5")}) {
+        const ToolResult result = ExportText("{\"duration\": " + number + "}");
         EXPECT_EQ(result.status, 0) << result;
-        EXPECT_THAT(result.out, HasSubstr(std::string("<Duration>") + number + "</Duration>"));
+        EXPECT_THAT(result.out, HasSubstr("<Duration>" + number + "</Duration>"));
     }
 }
 
