@@ -1,4 +1,5 @@
 #include "ActivityFields.h"
+#include "GlobalLocale.h"
 #include "NaiveRecordReader.h"
 #include "RecordTesting.h"
 
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <locale>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -20,6 +22,7 @@ using RecordTesting::ForwardOnlyBuffer;
 using RecordTesting::Joined;
 using RecordTesting::kSampleText;
 using RecordTesting::SampleLines;
+using testing::HasSubstr;
 using testing::IsNull;
 
 std::string SampleWith(const std::string& iOld, const std::string& iNew) {
@@ -199,6 +202,7 @@ const NumberCase kNumbers[] = {
 TEST(RecordTextDamage, DurationIsReadAsStreamsReadNumbers) {
     for (const NumberCase& number : kNumbers) {
         std::istringstream stream(SampleWith("duration=12;", std::string("duration=") + number.text + ";"));
+        stream.imbue(std::locale::classic());  // where "12.5" has no groups of digits
         ActivityInfo activity;
         activity.duration = 77;
         stream >> activity;
@@ -211,12 +215,31 @@ TEST(RecordTextDamage, DurationIsReadAsStreamsReadNumbers) {
 TEST(RecordTextDamage, GenerationIsReadAsStreamsReadNumbers) {
     for (const NumberCase& number : kNumbers) {
         std::istringstream stream(SampleWith("generation=34;", std::string("generation=") + number.text + ";"));
+        stream.imbue(std::locale::classic());  // where "12.5" has no groups of digits
         ActivityInfo activity;
         activity.generation = 77;
         stream >> activity;
         EXPECT_EQ(activity.generation, number.value) << number.text;
         EXPECT_EQ(stream.fail(), !number.converts) << number.text;
         EXPECT_EQ(activity.process.id, BexUnicodeString(number.converts ? "P7" : "")) << number.text;
+    }
+}
+
+TEST(RecordTextDamage, NumbersAreWrittenWithoutGroupsAndReadInTheLocaleOfTheStream) {
+    ActivityInfo activity;
+    activity.duration = 1234567;
+    activity.generation = 1234;
+    std::ostringstream written;
+    written.imbue(GroupingLocale(3));
+    written << activity;
+    EXPECT_THAT(written.str(), HasSubstr("duration=1234567;\n"));
+    EXPECT_THAT(written.str(), HasSubstr("generation=1234;\n"));
+    for (const char* number : {"1234567", "1.234.567"}) {
+        std::istringstream stream(SampleWith("duration=12;", std::string("duration=") + number + ";"));
+        stream.imbue(GroupingLocale(3));
+        ActivityInfo read;
+        stream >> read;
+        EXPECT_EQ(read.duration, 1234567) << number;
     }
 }
 
