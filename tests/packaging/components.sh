@@ -22,6 +22,6 @@ only() {
         exit 1
     fi
 }
-only runtime '^\./[^ ]*/lib[A-Za-z]+\.so\.[0-9.]+$'
-only development '\.(h|cmake|pc)$|/lib[A-Za-z]+\.so$'
+only runtime '^\./[^ ]*/lib[[:alpha:]]+\.so\.[0-9.]+$'
+only development '\.(h|cmake|pc)$|/lib[[:alpha:]]+\.so$'
 [[ ! -e $work/tool ]] || only tool '^\./(bin/qorwfl|share/.*)$'

@@ -18,7 +18,7 @@ exports() {
 
 # The names that a symbol consists of, `A::b(C) const` gives A and b.
 names() {
-    sed -E 's/^(typeinfo name|typeinfo|vtable|VTT) for //; s/\[abi:[a-z0-9]+\]//g; s/\(.*//; s/::/\n/g' |
+    sed -E 's/^(typeinfo name|typeinfo|vtable|VTT) for //; s/\[abi:[[:alnum:]]+\]//g; s/\(.*//; s/::/\n/g' |
         sed -E 's/^~//; s/^operator.*/operator/' | LC_ALL=C sort -u
 }
 

@@ -18,7 +18,7 @@ for file in "$@"; do
     expect "$file" "binding at its start" 'BIND_NOW|FLAGS_1.*NOW' < <(readelf -dW "$file")
     expect "$file" "stack that is not executable" 'GNU_STACK .* RW ' < <(readelf -lW "$file")
     expect "$file" "guarded stack frames" '__stack_chk_fail' < <(nm -D --undefined-only "$file")
-    if nm -D --undefined-only "$file" | grep -Eq '__[a-z]+_chk(@|$)'; then
+    if nm -D --undefined-only "$file" | grep -Eq '__[^ @]+_chk(@|$)'; then
         checked=$((checked + 1))
     fi
 done

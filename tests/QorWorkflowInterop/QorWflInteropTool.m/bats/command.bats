@@ -4,10 +4,11 @@
 # shellcheck disable=SC2154 # $stderr and $output, which run assigns
 bats_require_minimum_version 1.5.0
 load shell.bash
+load help.bash
 
 @test "every subcommand has a help with an example of it" {
     local name names
-    names=$("$QORWFL" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
+    names=$(subcommands_of)
     assert_contains "$names" export
     assert_contains "$names" import
     for name in $names; do

@@ -3,7 +3,7 @@
 
 # Prints the subcommands of a command, one a line.
 subcommands_of() {
-    "$QORWFL" "$@" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p'
+    "$QORWFL" "$@" --help | sed -n '/^Subcommands:/,/^$/s/^  \([^ ][^ ]*\) .*/\1/p'
 }
 
 # Prints every command with its subcommands, one a line: "export", "config", "config check".
