@@ -8,11 +8,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <charconv>
 #include <limits>
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -44,11 +45,19 @@ TEST_F(TraceStepPieces, NumbersWithAFractionAreAsShortAsTheyCanBe) {
     EXPECT_EQ(Written(2.5F), "2.5");
 }
 
+/** The number that a text is whole, in any locale; else none. */
+double NumberOf(const std::string& iText) {
+    double number = 0;
+    const auto [end, error] = std::from_chars(iText.data(), iText.data() + iText.size(), number);
+    const bool isWhole = error == std::errc() && end == iText.data() + iText.size();
+    return isWhole ? number : std::numeric_limits<double>::quiet_NaN();
+}
+
 TEST_F(TraceStepPieces, NumbersWithAFractionAreReadBackAsTheSame) {
     for (const double number : {1.0 / 3, 0.1 + 0.2, 123456789.123456789, std::numeric_limits<double>::max(),
                                 std::numeric_limits<double>::min(), std::numeric_limits<double>::denorm_min()}) {
-        EXPECT_EQ(std::strtod(Written(number).c_str(), nullptr), number);
-        EXPECT_EQ(std::strtod(Written(-number).c_str(), nullptr), -number);
+        EXPECT_EQ(NumberOf(Written(number)), number);
+        EXPECT_EQ(NumberOf(Written(-number)), -number);
     }
 }
 
