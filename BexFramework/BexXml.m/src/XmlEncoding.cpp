@@ -73,12 +73,10 @@ std::string DeclaredEncoding(std::string_view iText) {
 std::string DeclaredEbcdicEncoding(std::string_view iBytes) {
     constexpr std::size_t kLongestDeclaration = 256;
     XmlEncoding ebcdic;
-    ebcdic.name = xercesc::XMLUni::fgEBCDICEncodingString;
+    ebcdic.name = xercesc::XMLUni::fgIBM037EncodingString;
     std::u16string text;
-    if (!DecodeXml(iBytes.substr(0, kLongestDeclaration), ebcdic, text)) {
-        return std::string();
-    }
-    return DeclaredEncoding(Latin1::Narrow(text));  // GCOVR_EXCL_LINE: ICU, by which Debian converts, has no such name
+    return DecodeXml(iBytes.substr(0, kLongestDeclaration), ebcdic, text) ? DeclaredEncoding(Latin1::Narrow(text))
+                                                                          : std::string();
 }
 
 /**
