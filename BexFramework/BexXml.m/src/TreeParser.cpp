@@ -54,24 +54,16 @@ void TreeParser::startElement(const xercesc::XMLElementDecl& iDeclaration, const
     }
     if (iIsEmpty) {
         nodes->CloseElement();  // nothing else will tell its end
-    } else {
-        ++depth;
     }
 }
 
 void TreeParser::endElement(const xercesc::XMLElementDecl& /*iDeclaration*/, const unsigned int /*iUriId*/,
                             const bool /*iIsRoot*/, const XMLCh* const /*iPrefix*/) {
     nodes->CloseElement();
-    --depth;
 }
 
 void TreeParser::docCharacters(const XMLCh* const iText, const XMLSize_t iLength, const bool iIsCDATASection) {
     const std::u16string_view text(iText, iLength);
-    // GCOVR_EXCL_START: Xerces-C 3.2 tells white space around the root otherwise; its parsers look at this all the same
-    if (depth == 0) {
-        return;  // white space around the root
-    }
-    // GCOVR_EXCL_STOP
     if (iIsCDATASection) {
         nodes->AddCDATASection(text);
     } else {

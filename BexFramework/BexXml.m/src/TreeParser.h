@@ -5,7 +5,6 @@
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
-#include <cstddef>
 #include <memory>
 
 /**
@@ -37,7 +36,6 @@ public:
 private:
     xercesc::DOMDocument* document = nullptr;  // owned; not the parser's own, whose memory goes with it
     std::unique_ptr<TreeNodes> nodes;
-    std::size_t depth = 0;  // elements open
 };
 
 #endif

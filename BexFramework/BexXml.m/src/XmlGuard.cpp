@@ -103,6 +103,7 @@ private:
 
     bool AtEnd() const { return at >= text.size(); }
     bool Is(std::size_t iPos, char iChar) const { return iPos < text.size() && text[iPos] == static_cast<Unit>(iChar); }
+    bool IsSpaceAt(std::size_t iPos) const { return iPos < text.size() && IsSpace(text[iPos]); }
 
     bool StartsWith(std::string_view iWord) const {
         return text.size() - at >= iWord.size() &&
@@ -135,7 +136,7 @@ private:
     /** Goes behind white space; false when there is none here. */
     bool SkipSpace() {
         const std::size_t start = at;
-        while (!AtEnd() && IsSpace(text[at])) {
+        while (IsSpaceAt(at)) {
             ++at;
         }
         return at > start;
@@ -152,7 +153,7 @@ private:
         return true;
     }
 
-    bool IsXmlDeclaration() const { return StartsWith("<?xml") && at + 5 < text.size() && IsSpace(text[at + 5]); }
+    bool IsXmlDeclaration() const { return StartsWith("<?xml") && IsSpaceAt(at + 5); }
 
     /** At "<". */
     void Markup() {

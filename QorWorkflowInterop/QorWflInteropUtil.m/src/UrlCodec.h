@@ -35,14 +35,14 @@ constexpr EncodedByte EncodeByte(unsigned char iCode) {
     const char character = static_cast<char>(iCode);
     for (const char mark : {'.', '-', '*', '_'}) {
         if (character == mark) {
-            return {{character, 0, 0}, 1};
+            return {{character}, 1};
         }
     }
     if (IsAlphanumeric(iCode)) {
-        return {{character, 0, 0}, 1};
+        return {{character}, 1};
     }
     if (character == ' ') {
-        return {{'+', 0, 0}, 1};
+        return {{'+'}, 1};
     }
     return {{'%', kHexDigits[iCode / 16], kHexDigits[iCode % 16]}, kEscapeLength};
 }
