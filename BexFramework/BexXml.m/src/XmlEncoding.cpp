@@ -95,6 +95,10 @@ bool IsEncodingName(std::u16string_view iName) {
 XmlEncoding Named(std::u16string_view iName, std::size_t iMarkLength) {
     XmlEncoding encoding;
     encoding.name = UpperCase(iName);
+    if (encoding.name.ends_with(u"S390")) {
+        // Xerces-C would put another end in the place of this one, without a NUL character, and read past the name.
+        return XmlEncoding();
+    }
     encoding.markLength = iMarkLength;
     encoding.isAsciiBased = std::any_of(
         std::begin(kAsciiBased), std::end(kAsciiBased),

@@ -148,6 +148,17 @@ TEST(DomParserEncoding, UnknownEncodingGivesNoDocument) {
     EXPECT_TRUE(Parsed(Declared("8-bit") + "<a/>").isNull()) << "a name begins with a letter";
 }
 
+TEST(DomParserEncoding, NameThatXercesWouldReadPastGivesNoDocument) {
+    for (const char* encoding : {"UTF-8-s390", "ISO-8859-1-S390", "ibm-1047-s390", "S390"}) {
+        DOMParser parser;
+        const TextSource source(Declared(encoding) + "<a/>");
+        parser.parse(source.Get());
+        EXPECT_TRUE(parser.getDocument().isNull()) << encoding;
+        EXPECT_EQ(Narrow(parser.getErrorText()), "the encoding is not known or the text does not follow it")
+            << encoding;
+    }
+}
+
 TEST(DomParserEncoding, TextThatEndsWithinACharacterGivesNoDocument) {
     for (const char* tail : {"\xC3", "\xE2", "\xE2\x82", "\xF0", "\xF0\x9F", "\xF0\x9F\x98"}) {
         for (const std::size_t blanks : {0UL, 1UL, 100UL, 50000UL}) {
