@@ -9,15 +9,16 @@ namespace Latin1 {
 
 bool Fits(std::u16string_view iUnits) noexcept {
     constexpr std::size_t kBlock = 512;  // looked at whole before anything is decided
-    for (std::size_t from = 0; from < iUnits.size(); from += kBlock) {
-        const std::size_t to = std::min(from + kBlock, iUnits.size());
+    while (!iUnits.empty()) {
+        const std::u16string_view block = iUnits.substr(0, kBlock);
         unsigned int all = 0;
-        for (std::size_t i = from; i < to; ++i) {
-            all |= iUnits[i];
+        for (const char16_t unit : block) {
+            all |= unit;
         }
         if (all > 0xFFU) {
             return false;
         }
+        iUnits.remove_prefix(block.size());
     }
     return true;
 }

@@ -58,11 +58,13 @@ TEST_F(BexAttributeViewTest, ShowsAValueOfSeveralTexts) {
     ExpectValue(u"onetwo");
 }
 
-TEST_F(BexAttributeViewTest, ShowsAValueOfAReferenceToNothing) {
+TEST_F(BexAttributeViewTest, ShowsAValueOfAReferenceToNothingAndOfATextBehindIt) {
     element.setAttribute(DOMString(kName), "value");
     DOM_Node attribute = element.getAttributes().item(0);
     attribute.replaceChild(document.createEntityReference("unknown"), attribute.getFirstChild());
     ExpectValue(u"");
+    attribute.appendChild(document.createTextNode("and a text"));
+    ExpectValue(u"and a text");
 }
 
 TEST_F(BexAttributeViewTest, ShowsTheSameAddressForANameOfADocument) {
