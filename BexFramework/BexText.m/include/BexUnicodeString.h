@@ -65,7 +65,8 @@ public:
     /**
      * The same for a text that is written where it stays.
      * @param iRoom the most bytes that the text can have
-     * @param iWrite is called with a pointer to that room and gives the end of what it has written
+     * @param iWrite is called once with a pointer to that room and gives the end of what it has written; what it throws
+     *        leaves this operation
      */
     template <typename Writer>
     [[nodiscard]] static BexUnicodeString FromNarrow(std::size_t iRoom, Writer iWrite) {

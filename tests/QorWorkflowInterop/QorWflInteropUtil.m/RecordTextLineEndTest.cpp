@@ -46,39 +46,35 @@ std::string LinesUpTo(int iLine, bool iWithLineFeed) {
     return RecordTesting::kSampleText.substr(0, RecordTesting::kSampleText.find('\n', end) + (iWithLineFeed ? 1 : 0));
 }
 
-TEST(RecordTextLineEnd, LineFeedThatHasNoRoomIsTheLastThingTried) {
+int NumberOfLines() {
+    return static_cast<int>(RecordTesting::SampleLines().size());
+}
+
+/** Writes the sample record there and expects this text. @return whether the stream is still good */
+bool WritesSample(FailingLineEnd&& ioBuffer, const std::string& iExpected) {
     ActivityInfo activity;
     RecordTesting::FillSample(activity);
-    for (int line = 1; line < static_cast<int>(RecordTesting::SampleLines().size()); ++line) {
-        FailingLineEnd buffer(line, kNever);
-        std::ostream stream(&buffer);
-        stream << activity;
-        EXPECT_TRUE(stream.bad()) << line;
-        EXPECT_EQ(buffer.text, LinesUpTo(line, false));
+    std::ostream stream(&ioBuffer);
+    stream << activity;
+    EXPECT_EQ(ioBuffer.text, iExpected);
+    EXPECT_EQ(stream.bad(), !stream.good());
+    return stream.good();
+}
+
+TEST(RecordTextLineEnd, LineFeedThatHasNoRoomIsTheLastThingTried) {
+    for (int line = 1; line < NumberOfLines(); ++line) {
+        EXPECT_FALSE(WritesSample(FailingLineEnd(line, kNever), LinesUpTo(line, false))) << line;
     }
 }
 
 TEST(RecordTextLineEnd, FlushThatFailsIsTheLastThingTried) {
-    ActivityInfo activity;
-    RecordTesting::FillSample(activity);
-    for (int line = 1; line < static_cast<int>(RecordTesting::SampleLines().size()); ++line) {
-        FailingLineEnd buffer(kNever, line);
-        std::ostream stream(&buffer);
-        stream << activity;
-        EXPECT_TRUE(stream.bad()) << line;
-        EXPECT_EQ(buffer.text, LinesUpTo(line, true));
+    for (int line = 1; line < NumberOfLines(); ++line) {
+        EXPECT_FALSE(WritesSample(FailingLineEnd(kNever, line), LinesUpTo(line, true))) << line;
     }
 }
 
 TEST(RecordTextLineEnd, LastLineHasNeitherLineFeedNorFlush) {
-    ActivityInfo activity;
-    RecordTesting::FillSample(activity);
-    const int lines = static_cast<int>(RecordTesting::SampleLines().size());
-    FailingLineEnd buffer(lines, lines);
-    std::ostream stream(&buffer);
-    stream << activity;
-    EXPECT_TRUE(stream.good());
-    EXPECT_EQ(buffer.text, RecordTesting::kSampleText);
+    EXPECT_TRUE(WritesSample(FailingLineEnd(NumberOfLines(), NumberOfLines()), RecordTesting::kSampleText));
 }
 
 }  // namespace
