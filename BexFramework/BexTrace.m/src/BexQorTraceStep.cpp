@@ -69,10 +69,15 @@ struct __attribute__((visibility("hidden"))) BexQorTraceStep::Scope {
     /** No memory for part of a line: the whole of it is lost, for a line is never sent with a hole in it. */
     void Lose() noexcept { isLost = true; }
 
+    /** Sends the line. A sink may trace meanwhile, even with this step: that is dropped, and its text stays as it is.
+     */
     void Send() {
         if (!isLost) {
             line += '\n';
-            trace.Write(line);
+            std::string sent;
+            sent.swap(line);
+            trace.Write(sent);
+            sent.swap(line);  // the next line has its memory
         }
         line.clear();
         isLost = false;

@@ -159,9 +159,15 @@ struct MeddlingSink {
     BexQorTrace* channel = nullptr;
     std::vector<std::string> texts;
     void (*meddle)(MeddlingSink& ioSelf) = nullptr;
+    bool meddlesFirst = false;  ///< looks at the text only afterwards
 
     static void Take(const char* /*iChannel*/, const char* iText, int iLength, void* iData) {
         auto& self = *static_cast<MeddlingSink*>(iData);
+        if (self.meddlesFirst) {
+            self.meddle(self);
+            self.texts.emplace_back(iText, static_cast<std::size_t>(iLength));
+            return;
+        }
         self.texts.emplace_back(iText, static_cast<std::size_t>(iLength));
         if (self.texts.size() < 100) {
             self.meddle(self);
@@ -188,6 +194,42 @@ TEST_F(TraceSink, WhatItTracesOnAnotherChannelIsDroppedToo) {
     TraceOneStep(out);
     EXPECT_THAT(captured.Texts(), ElementsAre("", ""));
     EXPECT_THAT(sink.texts, ElementsAre(">> step\n", "  message\n", "<< step\n"));
+}
+
+TEST_F(TraceSink, TextStaysAsItIsWhileTheSinkTraces) {
+    for (const std::size_t length : {1U, 7U, 15U, 16U, 30U, 1000U, 5000U}) {
+        const std::string message(length, 'm');
+        MeddlingSink sink{&out, {}, [](MeddlingSink& ioSelf) { TraceOneStep(*ioSelf.channel); }};
+        sink.meddlesFirst = true;
+        BexQorTrace::SetSink(&MeddlingSink::Take, &sink);
+        {
+            BexQorTraceStep step(out, "step");
+            step << message << std::endl << message;
+        }
+        EXPECT_THAT(sink.texts, ElementsAre(">> step\n", "  " + message + "\n", "  " + message + "\n", "<< step\n"));
+    }
+}
+
+BexQorTraceStep* stepInWork = nullptr;
+
+TEST_F(TraceSink, WhatItAddsToTheStepInWorkIsDropped) {
+    MeddlingSink sink{&out, {}, [](MeddlingSink&) {
+                          if (stepInWork != nullptr) {
+                              *stepInWork << "own message" << std::endl << "rest";
+                          }
+                      }};
+    sink.meddlesFirst = true;
+    BexQorTrace::SetSink(&MeddlingSink::Take, &sink);
+    {
+        BexQorTraceStep step(out, "step");
+        stepInWork = &step;
+        step << "a first message" << std::endl
+             << "2" << std::endl
+             << "a third message, which is longer than the others";
+        stepInWork = nullptr;
+    }
+    EXPECT_THAT(sink.texts, ElementsAre(">> step\n", "  a first message\n", "  2\n",
+                                        "  a third message, which is longer than the others\n", "<< step\n"));
 }
 
 TEST_F(TraceSink, MayTurnChannelsOnAndOff) {
