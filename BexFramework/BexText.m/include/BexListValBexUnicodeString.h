@@ -13,8 +13,8 @@ class BexTextIndex;
  * The framework's list of strings, with positions from 1 to Size().
  *
  * Append(), Locate(), LocateOrAppend() and Set() take constant time on average and RemoveDuplicates() linear time, at a
- * million values as at ten, whatever the values are: the list looks values up in a hash index of its own, built at the
- * first Locate() on more than a few values and kept up to date from then on.
+ * million values as at ten, whatever the values are (of equal ones the next is found in logarithmic time): the list has
+ * a hash index of its own, built at the first Locate() on more than a few values and kept up to date from then on.
  *
  * Memory that cannot be had leaves every operation as std::bad_alloc, with the list unchanged.
  *

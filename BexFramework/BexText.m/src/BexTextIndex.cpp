@@ -29,9 +29,8 @@ void BexTextIndex::Add(const Values& iValues, int iPos) {
     const BexUnicodeString& value = iValues[static_cast<std::size_t>(iPos)];
     const std::uint32_t hash = HashOfText(value);
     Slot& slot = slots[SlotOf(iValues, value, hash)];
-    if (slot.place == kFree) {
-        slot = {hash, static_cast<std::uint32_t>(iPos)};
-        ++taken;
+    if (IsVacant(slot)) {
+        Take(slot, hash, static_cast<std::size_t>(iPos));
     } else if (IsSeveral(slot)) {
         SeveralOf(slot).insert(iPos);
     } else {
@@ -53,7 +52,7 @@ void BexTextIndex::Remove(const Values& iValues, int iPos) {
 
 int BexTextIndex::Find(const Values& iValues, const BexUnicodeString& iValue, int iFrom) const {
     const Slot& slot = slots[SlotOf(iValues, iValue, HashOfText(iValue))];
-    if (slot.place == kFree) {
+    if (IsVacant(slot)) {
         return -1;
     }
     if (IsSeveral(slot)) {
@@ -68,11 +67,9 @@ int BexTextIndex::FindOrAppend(Values& ioValues, BexUnicodeString&& ioValue) {
     MakeRoom();
     const std::uint32_t hash = HashOfText(ioValue);
     Slot& slot = slots[SlotOf(ioValues, ioValue, hash)];
-    if (slot.place == kFree) {
-        const auto end = static_cast<std::uint32_t>(ioValues.size());
+    if (IsVacant(slot)) {
         ioValues.push_back(std::move(ioValue));
-        slot = {hash, end};
-        ++taken;
+        Take(slot, hash, ioValues.size() - 1);
     }
     return FirstOf(slot);
 }
@@ -82,24 +79,35 @@ int BexTextIndex::FirstOf(const Slot& iSlot) const {
     return IsSeveral(iSlot) ? *SeveralOf(iSlot).begin() : static_cast<int>(iSlot.place);
 }
 
-/** The slot of that value, or the free one where it would stand. */
+/** Has a vacant slot stand for a value that has come. */
+void BexTextIndex::Take(Slot& ioSlot, std::uint32_t iHash, std::size_t iPos) {
+    taken += ioSlot.place == kFree ? 1 : 0;
+    ioSlot = {iHash, static_cast<std::uint32_t>(iPos)};
+}
+
+/** The slot of that value, or the vacant one where it would stand: the first, so that values which come and go leave no
+ * trail behind them. */
 std::size_t BexTextIndex::SlotOf(const Values& iValues, const BexUnicodeString& iValue, std::uint32_t iHash) const {
     const std::size_t mask = slots.size() - 1;
     std::size_t at = iHash & mask;
+    std::size_t firstGone = slots.size();
     while (slots[at].place != kFree) {
         const Slot& slot = slots[at];
-        if (slot.hash == iHash && slot.place != kGone && iValues[static_cast<std::size_t>(FirstOf(slot))] == iValue) {
-            break;
+        if (slot.place == kGone) {
+            firstGone = firstGone == slots.size() ? at : firstGone;
+        } else if (slot.hash == iHash && iValues[static_cast<std::size_t>(FirstOf(slot))] == iValue) {
+            return at;
         }
         at = (at + 1) & mask;
     }
-    return at;
+    return firstGone < slots.size() ? firstGone : at;
 }
 
 /** Has one more free slot than there must be: drops what is gone, and doubles the slots if the others still fill a
  * quarter of them. */
 void BexTextIndex::MakeRoom() {
-    if (taken < slots.size() / 2) {
+    const bool hasRoom = taken < slots.size() / 2 && several.size() < slots.size();
+    if (hasRoom) {
         return;
     }
     const auto gone = std::count_if(slots.begin(), slots.end(), [](const Slot& iSlot) { return iSlot.place == kGone; });

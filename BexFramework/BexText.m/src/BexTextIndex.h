@@ -49,6 +49,8 @@ private:
     std::set<int>& SeveralOf(const Slot& iSlot) { return several[iSlot.place - kSeveral]; }
     const std::set<int>& SeveralOf(const Slot& iSlot) const { return several[iSlot.place - kSeveral]; }
     int FirstOf(const Slot& iSlot) const;
+    static bool IsVacant(const Slot& iSlot) { return iSlot.place >= kGone; }
+    void Take(Slot& ioSlot, std::uint32_t iHash, std::size_t iPos);
     std::size_t SlotOf(const Values& iValues, const BexUnicodeString& iValue, std::uint32_t iHash) const;
     void MakeRoom();
 

@@ -93,6 +93,39 @@ TEST(BexListGrowth, OneValueIsSetToAndFroAgainAndAgain) {
     EXPECT_EQ(list.Locate(second), 0);
 }
 
+TEST(BexListGrowth, ValuesComeAndGoAmongManyOthers) {
+    BexListValBexUnicodeString list;
+    for (int number = 0; number < kMany; ++number) {
+        list.Append(Numbered(number));
+    }
+    const BexUnicodeString on("on");
+    const BexUnicodeString off("off");
+    ASSERT_EQ(list.Locate(on), 0);
+    for (int count = 0; count < kMany; ++count) {
+        list.Set(1, count % 2 == 0 ? on : off);
+        ASSERT_EQ(list.Locate(on), count % 2 == 0 ? 1 : 0);
+        ASSERT_EQ(list.Locate(off), count % 2 == 0 ? 0 : 1);
+    }
+    EXPECT_EQ(list.Locate(Numbered(0)), 0);
+    EXPECT_EQ(list.Locate(Numbered(kMany - 1)), kMany);
+}
+
+TEST(BexListGrowth, ValuesComeInPairsAndGoAgain) {
+    BexListValBexUnicodeString list = ManyEqual("filling", 1000);
+    const BexUnicodeString pair("pair");
+    const BexUnicodeString alone("alone");
+    for (int count = 0; count < kFewer; ++count) {
+        list.Set(1, pair);
+        list.Set(1000, pair);
+        ASSERT_EQ(list.Locate(pair), 1);
+        ASSERT_EQ(list.Locate(pair, 2), 1000);
+        list.Set(1, alone);
+        ASSERT_EQ(list.Locate(pair), 1000);
+        list.Set(1000, "filling");
+        ASSERT_EQ(list.Locate(pair), 0);
+    }
+}
+
 TEST(BexListGrowth, ManyNewValuesGoThroughOnePosition) {
     BexListValBexUnicodeString list = ManyEqual("filling", 1000);
     for (int number = 0; number < kFewer; ++number) {
