@@ -158,7 +158,7 @@ public:
      * Reads one physical line as it stands, leading blanks included; its line feed is consumed and not kept.
      * @param iFlag 1 when a logical line begins, 0 when it goes on; both read alike
      * @return 0, or -1 when nothing was left to read (string empty, the stream's fail state set) or the flag is another
-     *         (string and stream unchanged).
+     *         (string and stream unchanged). A stream that was asked for exceptions throws when the string is set.
      */
     int BuildFromStream(std::istream& ioStream, int iFlag);
 

@@ -132,14 +132,15 @@ bool ReadLeadingNumber(std::string_view iText, Number& oNumber) {
 /**
  * Reads up to a line feed, as std::getline does, but lets std::bad_alloc out: std::getline makes it look like a stream
  * that cannot be read.
- * @return false, with the fail state set, when nothing was left.
+ * @return the state to be set in the stream, which the host may have asked for exceptions; it fails when nothing was
+ * left.
  */
-bool ReadLine(std::istream& ioStream, std::string& oLine) {
+std::ios_base::iostate ReadLine(std::istream& ioStream, std::string& oLine) {
     constexpr int kEnd = std::istream::traits_type::eof();
-    const std::istream::sentry ready(ioStream, true);
-    if (!ready) {
-        return false;
+    if (!ioStream.good()) {
+        return std::ios_base::failbit;
     }
+    const std::istream::sentry ready(ioStream, true);
     std::ios_base::iostate state = std::ios_base::goodbit;
     try {
         std::streambuf& source = *ioStream.rdbuf();
@@ -156,8 +157,7 @@ bool ReadLine(std::istream& ioStream, std::string& oLine) {
     } catch (...) {  // the source cannot be read: what came before it failed is a line
         state = oLine.empty() ? std::ios_base::badbit | std::ios_base::failbit : std::ios_base::badbit;
     }
-    ioStream.setstate(state);
-    return (state & std::ios_base::failbit) == 0;
+    return state;
 }
 
 template <typename Number>
@@ -364,9 +364,10 @@ int BexUnicodeString::BuildFromStream(std::istream& ioStream, int iFlag) {
         return -1;
     }
     std::string line;
-    const bool read = ReadLine(ioStream, line);
+    const std::ios_base::iostate state = ReadLine(ioStream, line);
     SetNarrow(line);
-    return read ? 0 : -1;
+    ioStream.setstate(state);
+    return (state & std::ios_base::failbit) == 0 ? 0 : -1;
 }
 
 /** Takes over new text, in the form that suits it. */

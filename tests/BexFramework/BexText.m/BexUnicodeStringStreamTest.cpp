@@ -119,6 +119,34 @@ TEST(BexUnicodeStringFromStream, LastLineWithoutALineEndDoesNotFail) {
     EXPECT_FALSE(stream.fail());
 }
 
+TEST(BexUnicodeStringFromStream, StreamThatThrowsLosesNoLine) {
+    std::istringstream stream("last");
+    stream.exceptions(std::ios_base::eofbit);
+    BexUnicodeString line("former");
+    EXPECT_THROW(line.BuildFromStream(stream, 1), std::ios_base::failure);
+    EXPECT_STREQ(line.ConvertToChar(), "last");
+}
+
+TEST(BexUnicodeStringFromStream, NothingLeftIsEmptyWhenTheStreamThrowsToo) {
+    for (const bool isBad : {false, true}) {
+        std::istringstream stream;
+        if (isBad) {
+            stream.setstate(std::ios_base::badbit);
+        } else {
+            stream.exceptions(std::ios_base::failbit);
+        }
+        BexUnicodeString line("former");
+        if (isBad) {
+            EXPECT_EQ(line.BuildFromStream(stream, 1), -1);
+        } else {
+            EXPECT_THROW(line.BuildFromStream(stream, 1), std::ios_base::failure);
+        }
+        EXPECT_EQ(line.IsNull(), 0);
+        EXPECT_STREQ(line.ConvertToChar(), "");
+        EXPECT_TRUE(stream.fail());
+    }
+}
+
 TEST(BexUnicodeStringFromStream, NothingLeftIsEmptyWithTheFailStateSet) {
     for (const int flag : {0, 1}) {
         for (const char* const bytes : {"", "a", "a\n"}) {
