@@ -278,18 +278,33 @@ constexpr std::size_t kUsualNumber = 512;
 /** Reaches what a stream buffer has read ahead, so that it can be searched as a whole. */
 class ReadAhead : public std::streambuf {
 public:
-    /** The characters at hand, read anew when there are none; empty at the end of the text. */
-    static std::string_view Of(std::streambuf& ioSource) {
-        if (ioSource.sgetc() == traits_type::eof()) {
+    /**
+     * The characters at hand, read anew when there are none; empty at the end of the text.
+     * @param oSingle holds the next one when the source keeps none, as std::cin does
+     */
+    static std::string_view Of(std::streambuf& ioSource, char& oSingle) {
+        const int next = ioSource.sgetc();
+        if (next == traits_type::eof()) {
             return std::string_view();
         }
-        const char* next = (ioSource.*(&ReadAhead::gptr))();
-        const char* end = (ioSource.*(&ReadAhead::egptr))();
-        return next == end ? std::string_view() : std::string_view(next, static_cast<std::size_t>(end - next));
+        if (const std::size_t length = LengthOf(ioSource); length > 0) {
+            return std::string_view((ioSource.*(&ReadAhead::gptr))(), length);
+        }
+        oSingle = traits_type::to_char_type(next);
+        return std::string_view(&oSingle, 1);
     }
     /** Takes characters that are at hand. */
     static void Take(std::streambuf& ioSource, std::size_t iLength) {
-        (ioSource.*(&ReadAhead::gbump))(static_cast<int>(iLength));
+        if (LengthOf(ioSource) > 0) {
+            (ioSource.*(&ReadAhead::gbump))(static_cast<int>(iLength));
+        } else if (iLength > 0) {
+            ioSource.sbumpc();
+        }
+    }
+
+private:
+    static std::size_t LengthOf(std::streambuf& ioSource) {
+        return static_cast<std::size_t>((ioSource.*(&ReadAhead::egptr))() - (ioSource.*(&ReadAhead::gptr))());
     }
 };
 
@@ -373,7 +388,7 @@ private:
         std::streambuf& source = *stream.rdbuf();
         std::size_t left = kLongestSkip;
         while (left > 0) {
-            const std::string_view ahead = ReadAhead::Of(source).substr(0, left);
+            const std::string_view ahead = ReadAhead::Of(source, single).substr(0, left);
             if (ahead.empty()) {
                 return false;
             }
@@ -393,7 +408,7 @@ private:
     bool TakeValue(char* oText, std::size_t& oLength) {
         std::streambuf& source = *stream.rdbuf();
         while (oLength < kLongestText) {
-            const std::string_view ahead = ReadAhead::Of(source).substr(0, kLongestText - oLength);
+            const std::string_view ahead = ReadAhead::Of(source, single).substr(0, kLongestText - oLength);
             if (ahead.empty()) {
                 return false;
             }
@@ -411,6 +426,7 @@ private:
 
     std::istream& stream;
     const std::istream::sentry ready;
+    char single = '\0';        // the next character, of a source that keeps none
     std::size_t consumed = 0;  // characters that texts took since it was last set
 };
 

@@ -226,13 +226,15 @@ inline void ExpectReadAsNaively(std::istream& ioStream, const std::string& iText
     }
 }
 
-/** The same from a stream that can go back and from one that cannot. */
+/** The same from a stream that can go back, from one that cannot and from one that keeps nothing. */
 inline void ExpectReadAsNaively(const std::string& iText) {
     std::istringstream stream(iText);
     ExpectReadAsNaively(stream, iText);
-    RecordTesting::ForwardOnlyBuffer buffer(iText);
-    std::istream forwardOnly(&buffer);
-    ExpectReadAsNaively(forwardOnly, iText);
+    for (const std::size_t piece : {7U, 0U}) {
+        RecordTesting::ForwardOnlyBuffer buffer(iText, piece);
+        std::istream forwardOnly(&buffer);
+        ExpectReadAsNaively(forwardOnly, iText);
+    }
 }
 
 #endif

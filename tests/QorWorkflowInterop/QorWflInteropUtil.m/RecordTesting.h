@@ -130,7 +130,10 @@ protected:
     }
 };
 
-/** Gives text a piece at a time, never going back or telling where it is or how much is left. */
+/**
+ * Gives text a piece at a time, never going back or telling where it is or how much is left; with pieces of no length a
+ * character at a time without keeping it, as std::cin does.
+ */
 class ForwardOnlyBuffer : public std::streambuf {
 public:
     explicit ForwardOnlyBuffer(std::string iText, std::size_t iPiece = 7) : text(std::move(iText)), piece(iPiece) {}
@@ -140,11 +143,20 @@ protected:
         if (next == text.size()) {
             return traits_type::eof();
         }
+        if (piece == 0) {
+            return traits_type::to_int_type(text[next]);
+        }
         const std::size_t length = std::min(piece, text.size() - next);
         current = text.substr(next, length);
         next += length;
         setg(current.data(), current.data(), current.data() + length);
         return traits_type::to_int_type(current[0]);
+    }
+    int_type uflow() override {
+        if (piece > 0) {
+            return std::streambuf::uflow();
+        }
+        return next == text.size() ? traits_type::eof() : traits_type::to_int_type(text[next++]);
     }
 
 private:

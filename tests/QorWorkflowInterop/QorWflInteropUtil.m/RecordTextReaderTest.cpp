@@ -132,7 +132,7 @@ TEST(RecordTextReader, NoInputsLeaveANullArrayAndTheOutputsFollow) {
 }
 
 TEST(RecordTextReader, ReadsFromAStreamThatCannotGoBack) {
-    for (const std::size_t piece : {1U, 2U, 7U, 4096U}) {
+    for (const std::size_t piece : {0U, 1U, 2U, 7U, 4096U}) {
         ForwardOnlyBuffer buffer(kSampleText, piece);
         std::istream stream(&buffer);
         ActivityInfo activity;
@@ -151,12 +151,14 @@ TEST(RecordTextReader, StopsBehindItsLastLine) {
         EXPECT_TRUE(stream.good());
         EXPECT_EQ(RestOf(stream), rest);
     }
-    ForwardOnlyBuffer buffer(kSampleText + "\n" + rest);
-    std::istream stream(&buffer);
-    ActivityInfo activity;
-    stream >> activity;
-    EXPECT_TRUE(stream.good());
-    EXPECT_EQ(RestOf(stream), rest);
+    for (const std::size_t piece : {0U, 7U}) {
+        ForwardOnlyBuffer buffer(kSampleText + "\n" + rest, piece);
+        std::istream stream(&buffer);
+        ActivityInfo activity;
+        stream >> activity;
+        EXPECT_TRUE(stream.good());
+        EXPECT_EQ(RestOf(stream), rest);
+    }
 }
 
 TEST(RecordTextReader, RecordsFollowOneAnother) {
