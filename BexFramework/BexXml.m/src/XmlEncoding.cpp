@@ -54,8 +54,9 @@ std::u16string UpperCase(std::u16string_view iName) {
 std::string DeclaredEncoding(std::string_view iText) {
     constexpr std::string_view kWhiteSpace(" \t\r\n");
     const std::string_view declaration = iText.substr(0, iText.find("?>"));
+    const bool isDeclaration = declaration.substr(0, 5) == "<?xml" && declaration.find_first_of(kWhiteSpace, 5) == 5;
     const std::size_t name = declaration.find("encoding");
-    if (declaration.substr(0, 5) != "<?xml" || name == std::string_view::npos) {
+    if (!isDeclaration || name == std::string_view::npos) {
         return std::string();
     }
     const std::size_t equals = declaration.find_first_not_of(kWhiteSpace, name + 8);

@@ -140,6 +140,19 @@ TEST(DomParserEncoding, BytesThatAreNoUtf8AreToldAsSuch) {
     }
 }
 
+TEST(DomParserEncoding, InstructionWhoseNameBeginsLikeTheDeclarationDeclaresNothing) {
+    for (const char* name : {"xml-stylesheet", "xml-x", "xmlx"}) {
+        const std::string instruction = std::string("<?") + name + " encoding=";
+        EXPECT_EQ(TextOf(Parsed(instruction + "'ISO-8859-1'?><a>\xC3\xA4</a>")), u"\u00e4") << name;
+        EXPECT_EQ(TextOf(Parsed(instruction + "'nonsense'?><a>x</a>")), u"x") << name;
+        EXPECT_EQ(TextOf(Parsed(instruction + "'ISO-8859-1'?><a>\xE4</a>")), u"no document") << name;
+    }
+    for (const char* space : {" ", "\t", "\n", "\r"}) {
+        EXPECT_EQ(TextOf(Parsed(std::string("<?xml") + space + "version='1.0' encoding='ISO-8859-1'?><a>\xE4</a>")),
+                  u"\u00e4");
+    }
+}
+
 TEST(DomParserEncoding, UnknownEncodingGivesNoDocument) {
     for (const char* encoding : {"no-such-encoding", "x", "UTF-99", "ISO-8859-999"}) {
         EXPECT_TRUE(Parsed(Declared(encoding) + "<a/>").isNull()) << encoding;
