@@ -56,6 +56,30 @@ bool IsWithinLimits(const std::string& iText) {
            std::count(iText.begin(), iText.end(), '=') < DOMParser::kMaxAttributes;
 }
 
+/** The most elements of a tree that are inside one another. */
+int DepthOf(const DOM_Document& iDocument) {
+    const DOM_Node document = iDocument;
+    int deepest = 0;
+    int depth = 0;
+    DOM_Node node = document;
+    while (true) {
+        deepest = std::max(deepest, depth);
+        if (node.getFirstChild() != 0) {
+            node = node.getFirstChild();
+            ++depth;
+            continue;
+        }
+        while (node != document && node.getNextSibling() == 0) {
+            node = node.getParentNode();
+            --depth;
+        }
+        if (node == document) {
+            return deepest;
+        }
+        node = node.getNextSibling();
+    }
+}
+
 /** What declares namespaces is checked and dropped by libxml2 where it is odd, and of no interest here. */
 void DropNamespaces(XmlNode& ioNode) {
     std::erase_if(ioNode.attributes, [](const auto& iEntry) { return iEntry.first.compare(0, 5, "xmlns") == 0; });
@@ -96,6 +120,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSize) {
         ExpectEqual("a text that is no document leaves the record alone", fields, Printed(OldFields()));
     } else {
         ExpectEqual("nothing is told of a document", errors, "");
+        Expect(DepthOf(document) <= DOMParser::kMaxDepth + 1,
+               "no tree is deeper than its limit, but for a text inside");
         CheckWrittenTree(document);
         ActivityInfo activity;
         QorWflXmlToActivity(BexUnicodeString::FromNarrow(text), activity);

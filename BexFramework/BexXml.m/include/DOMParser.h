@@ -16,7 +16,7 @@
  * - a document type with an internal subset (one that only names an external subset is read past, nothing is loaded),
  *   and a reference to an entity other than XML's five;
  * - elements nested deeper than kMaxDepth, more than kMaxAttributes on one element, more than kMaxNames distinct
- *   element names or distinct attribute names;
+ *   element names or distinct attribute names, or more than 512 of them chosen to have the same hash in Xerces-C;
  * - a NUL character anywhere, and text that ends within a character.
  * Everything else takes time and memory in proportion to the text.
  *
@@ -42,7 +42,7 @@ public:
     /** @return the document that the last parse() read, null after an error and before any parse(). */
     DOM_Document getDocument() const { return document; }
 
-    /** @return what was wrong with the last text, in words; empty when nothing was. */
+    /** @return what was wrong with the last text, in words; empty when nothing was, or no memory was left for words. */
     const DOMString& getErrorText() const { return errorText; }
     /** @return the line of the error, from 1, or 0 when there was none or its place is not known. */
     unsigned long getErrorLine() const { return errorLine; }

@@ -1,7 +1,9 @@
 #include "DOMParser.h"
 
 #include "BexMemorySource.h"
+#include "BexUnicodeChar.h"
 #include "BexXMLParser.h"
+#include "NameChains.h"
 #include "ParseArena.h"
 #include "TreeParser.h"
 #include "XmlEncoding.h"
@@ -18,8 +20,10 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -35,7 +39,7 @@ struct ReleaseDocument {
 };
 using OwnedDocument = std::unique_ptr<xercesc::DOMDocument, ReleaseDocument>;
 
-/** What the exception in flight says, when it is one of Xerces-C's; lets any other go on. */
+/** What the exception in flight says, when it is one of Xerces-C's; lets go on that memory ended. */
 ParseError Explain() {
     try {
         throw;
@@ -48,6 +52,10 @@ ParseError Explain() {
         return {DOMString(error.getMessage())};
     } catch (const xercesc::DOMException& error) {
         return {DOMString(error.getMessage())};
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (...) {
+        return {DOMString("the input cannot be read")};
     }
 }
 
@@ -134,14 +142,24 @@ ParseError ErrorAt(std::basic_string_view<Unit> iText, const XmlEncoding& iEncod
     return error;
 }
 
-/** A copy without the document type declaration, each of whose characters but line ends becomes a blank. */
+/**
+ * A copy without the document type declaration, each of whose characters but line ends becomes a blank. What stands
+ * there between name and identifiers and is no ASCII is white space of XML 1.1 and stays, so that the parser judges it.
+ */
 template <typename Unit>
 std::basic_string<Unit> WithoutDocumentType(std::basic_string_view<Unit> iText, const XmlDocumentType& iType) {
     std::basic_string<Unit> copy(iText);
-    const auto begin = copy.begin();
-    std::replace_if(
-        begin + static_cast<std::ptrdiff_t>(iType.whole.start), begin + static_cast<std::ptrdiff_t>(iType.whole.end),
-        [](Unit iUnit) { return iUnit != Unit{'\n'} && iUnit != Unit{'\r'}; }, Unit{' '});
+    const auto isIn = [](const XmlRange& iRange, std::size_t iPos) {
+        return iPos >= iRange.start && iPos < iRange.end;
+    };
+    for (std::size_t i = iType.whole.start; i < iType.whole.end; ++i) {
+        Unit& unit = copy[i];
+        const bool isText = isIn(iType.name, i) || isIn(iType.publicId, i) || isIn(iType.systemId, i);
+        const bool isSpaceOf11 = !isText && BexUnicodeChar(unit).Code() >= 0x80U;
+        if (unit != Unit{'\n'} && unit != Unit{'\r'} && !isSpaceOf11) {
+            unit = Unit{' '};
+        }
+    }
     return copy;
 }
 
@@ -174,10 +192,37 @@ std::u16string Utf16Of(std::string_view iText, XmlRange iRange, const XmlEncodin
     std::u16string part;
     // GCOVR_EXCL_START: the parser has read the rest in that encoding, and between ASCII characters no other is cut
     if (!DecodeXml(iText.substr(iRange.start, iRange.end - iRange.start), iEncoding, part)) {
-        throw ParseError{DOMString("the document type is not well-formed")};
+        throw ParseError{DOMString("the text does not follow its encoding")};
     }
     // GCOVR_EXCL_STOP
     return part;
+}
+
+/** The names at these places in UTF-16, each followed by a NUL character. */
+template <typename Unit>
+std::u16string NamesAt(std::basic_string_view<Unit> iText, const std::vector<XmlRange>& iPlaces,
+                       const XmlEncoding& iEncoding) {
+    std::basic_string<Unit> names;
+    for (const XmlRange& place : iPlaces) {
+        names.append(iText.substr(place.start, place.end - place.start)).push_back(Unit{0});
+    }
+    return Utf16Of(std::basic_string_view<Unit>(names), {0, names.size()}, iEncoding);
+}
+
+/** Refuses names that were chosen to make the parser slow. */
+template <typename Unit>
+void CheckNames(std::basic_string_view<Unit> iText, const XmlFinding& iFinding, const XmlEncoding& iEncoding) {
+    const auto& elements = iFinding.elementNames;
+    const auto& attributes = iFinding.attributeNames;
+    if (elements.size() + attributes.size() <= NameChains::kLongest) {
+        return;
+    }
+    const std::size_t found = NameChains::FindTooLong(NamesAt(iText, elements, iEncoding),  //
+                                                      NamesAt(iText, attributes, iEncoding));
+    if (found != NameChains::kNone) {
+        const XmlRange& place = found < elements.size() ? elements[found] : attributes[found - elements.size()];
+        throw ErrorAt(iText, iEncoding, "too many names have the same hash", place.start);
+    }
 }
 
 /** Puts the document type back into the tree, where it stood in the text. */
@@ -213,10 +258,11 @@ OwnedDocument ReadText(std::basic_string_view<Unit> iText, const XmlEncoding& iE
         throw ErrorAt(iText, iEncoding, "a second byte order mark is not allowed", 0);
     }
     const XmlLimits limits{DOMParser::kMaxDepth, DOMParser::kMaxAttributes, DOMParser::kMaxNames};
-    const XmlFinding finding = GuardXml(iText, limits);
+    const XmlFinding finding = GuardXml(iText, IsUtf8(iEncoding), limits);
     if (finding.error != nullptr) {
         throw ErrorAt(iText, iEncoding, finding.error, finding.position);
     }
+    CheckNames(iText, finding, iEncoding);
     const bool hasDocumentType = finding.documentType.whole.end > 0;
     std::basic_string<Unit> copy;
     std::basic_string_view<Unit> text = iText;

@@ -9,6 +9,26 @@
 
 namespace {
 
+/** Some ASCII characters. */
+class AsciiSet {
+public:
+    constexpr explicit AsciiSet(std::string_view iCharacters) {
+        for (const char character : iCharacters) {
+            bits[static_cast<unsigned char>(character) / 64] |= Bit(static_cast<unsigned char>(character));
+        }
+    }
+    constexpr bool Has(char16_t iCode) const { return iCode < 0x80U && (bits[iCode / 64] & Bit(iCode)) != 0; }
+
+private:
+    static constexpr std::uint64_t Bit(char16_t iCode) { return std::uint64_t{1} << (iCode % 64U); }
+    std::uint64_t bits[2] = {};
+};
+
+constexpr AsciiSet kSpace(" \t\n\r");
+constexpr AsciiSet kElementNameEnds(" \t\n\r>/");
+constexpr AsciiSet kAttributeNameEnds(" \t\n\r=>\"'");
+constexpr AsciiSet kTypeNameEnds(" \t\n\r>[\"'");
+
 /** A set of names that only grows, up to a bound. */
 template <typename Unit>
 class NameSet {
@@ -27,22 +47,27 @@ public:
             return true;
         }
         recent = iName;
-        if (count * 2 >= slots.size()) {
+        if (names.size() * 2 >= slots.size()) {
             Grow();
         }
-        const std::uint64_t hash = KeyedHash(iName.data(), iName.size() * sizeof(Unit));
+        const auto hash = static_cast<std::uint32_t>(KeyedHash(iName.data(), iName.size() * sizeof(Unit)));
         Slot& slot = slots[SlotOf(slots, iName, hash)];
-        if (slot.name.data() != nullptr) {
+        if (slot.name != kFree) {
             return true;
         }
-        slot = {hash, iName};
-        return ++count <= most;
+        slot = {hash, static_cast<std::uint32_t>(names.size())};
+        names.push_back(iName);
+        return names.size() <= most;
     }
 
+    /** The names in the order in which they came. */
+    const std::vector<Name>& Names() const { return names; }
+
 private:
+    static constexpr std::uint32_t kFree = UINT32_MAX;
     struct Slot {
-        std::uint64_t hash = 0;
-        Name name;  // no data while the slot is free
+        std::uint32_t hash = 0;
+        std::uint32_t name = kFree;  // its place in `names`
     };
 
     static constexpr std::size_t kRecent = 64;
@@ -52,27 +77,27 @@ private:
                kRecent;
     }
 
-    static std::size_t SlotOf(const std::vector<Slot>& iSlots, Name iName, std::uint64_t iHash) {
+    std::size_t SlotOf(const std::vector<Slot>& iSlots, Name iName, std::uint32_t iHash) const {
         const std::size_t mask = iSlots.size() - 1;
-        std::size_t slot = static_cast<std::size_t>(iHash) & mask;
-        while (iSlots[slot].name.data() != nullptr && (iSlots[slot].hash != iHash || iSlots[slot].name != iName)) {
-            slot = (slot + 1) & mask;
+        std::size_t at = iHash & mask;
+        while (iSlots[at].name != kFree && (iSlots[at].hash != iHash || names[iSlots[at].name] != iName)) {
+            at = (at + 1) & mask;
         }
-        return slot;
+        return at;
     }
 
     void Grow() {
         std::vector<Slot> fresh(slots.empty() ? 64 : slots.size() * 2);
         for (const Slot& slot : slots) {
-            if (slot.name.data() != nullptr) {
-                fresh[SlotOf(fresh, slot.name, slot.hash)] = slot;
+            if (slot.name != kFree) {
+                fresh[SlotOf(fresh, names[slot.name], slot.hash)] = slot;
             }
         }
         slots = std::move(fresh);
     }
 
     std::size_t most;
-    std::size_t count = 0;
+    std::vector<Name> names;
     std::vector<Slot> slots;    // a power of two of them
     Name recentNames[kRecent];  // some that were added, found without the hash
 };
@@ -82,8 +107,8 @@ class Guard {
 public:
     using View = std::basic_string_view<Unit>;
 
-    Guard(View iText, const XmlLimits& iLimits)
-        : text(iText), limits(iLimits), elementNames(iLimits.names), attributeNames(iLimits.names) {}
+    Guard(View iText, bool iIsUtf8, const XmlLimits& iLimits)
+        : text(iText), isUtf8(iIsUtf8), limits(iLimits), elementNames(iLimits.names), attributeNames(iLimits.names) {}
 
     XmlFinding Run() {
         const std::size_t nul = text.find(Unit{0});
@@ -93,22 +118,57 @@ public:
         while (finding.error == nullptr && SkipTo('<')) {
             Markup();
         }
+        if (finding.error == nullptr) {
+            finding.elementNames = PlacesOf(elementNames);
+            finding.attributeNames = PlacesOf(attributeNames);
+        }
         return finding;
     }
 
 private:
-    static bool IsSpace(Unit iUnit) {
-        return iUnit == Unit{' '} || iUnit == Unit{'\t'} || iUnit == Unit{'\n'} || iUnit == Unit{'\r'};
-    }
+    static char16_t CodeOf(Unit iUnit) { return BexUnicodeChar(iUnit).Code(); }
+    static bool IsSpace(Unit iUnit) { return kSpace.Has(CodeOf(iUnit)); }
 
     bool AtEnd() const { return at >= text.size(); }
     bool Is(std::size_t iPos, char iChar) const { return iPos < text.size() && text[iPos] == static_cast<Unit>(iChar); }
-    bool IsSpaceAt(std::size_t iPos) const { return iPos < text.size() && IsSpace(text[iPos]); }
 
-    bool StartsWith(std::string_view iWord) const {
-        return text.size() - at >= iWord.size() &&
-               std::equal(iWord.begin(), iWord.end(), text.begin() + static_cast<std::ptrdiff_t>(at),
+    /**
+     * The units of the white space that begins here, 0 when there is none. U+0085 and U+2028 are white space in
+     * XML 1.1; in XML 1.0 the parser stops at them, so they may be taken for white space always.
+     */
+    std::size_t SpaceLengthAt(std::size_t iPos) const {
+        if (iPos >= text.size()) {
+            return 0;
+        }
+        const Unit unit = text[iPos];
+        if (CodeOf(unit) < 0x80U) {
+            return IsSpace(unit) ? 1 : 0;
+        }
+        if constexpr (sizeof(Unit) > 1) {
+            return unit == u'\u0085' || unit == u'\u2028' ? 1 : 0;
+        } else if (isUtf8) {
+            return HasAt(iPos, "\xC2\x85") ? 2 : HasAt(iPos, "\xE2\x80\xA8") ? 3 : 0;
+        } else {
+            return unit == '\x85' ? 1 : 0;
+        }
+    }
+
+    bool HasAt(std::size_t iPos, std::string_view iWord) const {
+        return text.size() - iPos >= iWord.size() &&
+               std::equal(iWord.begin(), iWord.end(), text.begin() + static_cast<std::ptrdiff_t>(iPos),
                           [](char iChar, Unit iUnit) { return static_cast<Unit>(iChar) == iUnit; });
+    }
+
+    bool StartsWith(std::string_view iWord) const { return HasAt(at, iWord); }
+
+    std::vector<XmlRange> PlacesOf(const NameSet<Unit>& iNames) const {
+        std::vector<XmlRange> places;
+        places.reserve(iNames.Names().size());
+        for (const View name : iNames.Names()) {
+            const auto start = static_cast<std::size_t>(name.data() - text.data());
+            places.push_back({start, start + name.size()});
+        }
+        return places;
     }
 
     void Refuse(const char* iError, std::size_t iPosition) {
@@ -136,8 +196,8 @@ private:
     /** Goes behind white space; false when there is none here. */
     bool SkipSpace() {
         const std::size_t start = at;
-        while (IsSpaceAt(at)) {
-            ++at;
+        while (const std::size_t length = SpaceLengthAt(at)) {
+            at += length;
         }
         return at > start;
     }
@@ -153,7 +213,7 @@ private:
         return true;
     }
 
-    bool IsXmlDeclaration() const { return StartsWith("<?xml") && IsSpaceAt(at + 5); }
+    bool IsXmlDeclaration() const { return StartsWith("<?xml") && at + 5 < text.size() && IsSpace(text[at + 5]); }
 
     /** At "<". */
     void Markup() {
@@ -180,7 +240,7 @@ private:
         const std::size_t start = at;
         hasRoot = true;
         ++at;
-        if (!elementNames.Add(NameBefore({'>', '/'}))) {
+        if (!elementNames.Add(NameBefore(kElementNameEnds))) {
             Refuse("the text has too many distinct element names", start);
         }
         int attributes = 0;
@@ -213,25 +273,18 @@ private:
     /** Goes to the quote that opens the next attribute's value, keeping its name, or to the tag's end. */
     bool NextInTag() {
         SkipSpace();
-        const std::size_t start = at;
+        attributeName = NameBefore(kAttributeNameEnds);
         while (!AtEnd() && !Is(at, '>') && !Is(at, '"') && !Is(at, '\'')) {
             ++at;
         }
-        const View name = text.substr(start, at - start);
-        const std::size_t end = std::min(name.find(Unit{'='}), name.size());
-        std::size_t length = end;
-        while (length > 0 && IsSpace(name[length - 1])) {
-            --length;
-        }
-        attributeName = name.substr(0, length);
         return !AtEnd();
     }
 
-    /** The name that begins here, up to white space or one of the ends. */
-    View NameBefore(std::initializer_list<char> iEnds) {
+    /** The name that begins here, up to one of the ends, which include the white space of ASCII, or other white space.
+     */
+    View NameBefore(const AsciiSet& iEnds) {
         const std::size_t start = at;
-        while (!AtEnd() && !IsSpace(text[at]) &&
-               std::none_of(iEnds.begin(), iEnds.end(), [this](char iEnd) { return Is(at, iEnd); })) {
+        while (!AtEnd() && !iEnds.Has(CodeOf(text[at])) && (CodeOf(text[at]) < 0x80U || SpaceLengthAt(at) == 0)) {
             ++at;
         }
         return text.substr(start, at - start);
@@ -246,14 +299,14 @@ private:
         at += std::string_view("<!DOCTYPE").size();
         const bool isSpaced = SkipSpace();
         type.name.start = at;
-        NameBefore({'>', '[', '"', '\''});
+        NameBefore(kTypeNameEnds);
         type.name.end = at;
         SkipSpace();
         type.hasPublicId = StartsWith("PUBLIC");
         type.hasSystemId = type.hasPublicId || StartsWith("SYSTEM");
         at += type.hasSystemId ? std::string_view("SYSTEM").size() : 0;
-        const bool hasIds =
-            (!type.hasPublicId || Identifier(type.publicId)) && (!type.hasSystemId || Identifier(type.systemId));
+        const bool hasIds = (!type.hasPublicId || (Identifier(type.publicId) && IsPublicId(type.publicId))) &&
+                            (!type.hasSystemId || Identifier(type.systemId));
         SkipSpace();
         const bool isFirst = !hasRoot && finding.documentType.whole.end == 0;
         if (hasIds && Is(at, '[')) {
@@ -278,7 +331,19 @@ private:
         return true;
     }
 
+    /** Whether the characters are those that XML allows in a public identifier. */
+    bool IsPublicId(const XmlRange& iRange) const {
+        constexpr std::string_view kAllowed(
+            " \r\nabcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-'()+,./:=?;!*#@$_%");
+        const View publicId = text.substr(iRange.start, iRange.end - iRange.start);
+        return std::all_of(publicId.begin(), publicId.end(), [&](Unit iUnit) {
+            return std::any_of(kAllowed.begin(), kAllowed.end(),
+                               [iUnit](char iChar) { return static_cast<Unit>(iChar) == iUnit; });
+        });
+    }
+
     View text;
+    bool isUtf8;
     XmlLimits limits;
     NameSet<Unit> elementNames;
     NameSet<Unit> attributeNames;
@@ -293,9 +358,9 @@ private:
 }  // namespace
 
 template <typename Unit>
-XmlFinding GuardXml(std::basic_string_view<Unit> iText, const XmlLimits& iLimits) {
-    return Guard<Unit>(iText, iLimits).Run();
+XmlFinding GuardXml(std::basic_string_view<Unit> iText, bool iIsUtf8, const XmlLimits& iLimits) {
+    return Guard<Unit>(iText, iIsUtf8, iLimits).Run();
 }
 
-template XmlFinding GuardXml(std::string_view iText, const XmlLimits& iLimits);
-template XmlFinding GuardXml(std::u16string_view iText, const XmlLimits& iLimits);
+template XmlFinding GuardXml(std::string_view iText, bool iIsUtf8, const XmlLimits& iLimits);
+template XmlFinding GuardXml(std::u16string_view iText, bool iIsUtf8, const XmlLimits& iLimits);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 /** A stretch of a text, in its units. */
 struct XmlRange {
@@ -23,9 +24,11 @@ struct XmlDocumentType {
 
 /** What XmlGuard found in a text. */
 struct XmlFinding {
-    const char* error = nullptr;   ///< what is refused, in words; null when nothing is
-    std::size_t position = 0;      ///< of the error, in units of the text
-    XmlDocumentType documentType;  ///< what may stand there: a name and where an external subset would be
+    const char* error = nullptr;           ///< what is refused, in words; null when nothing is
+    std::size_t position = 0;              ///< of the error, in units of the text
+    XmlDocumentType documentType;          ///< what may stand there: a name and where an external subset would be
+    std::vector<XmlRange> elementNames;    ///< where each distinct name of an element first stands; after no error
+    std::vector<XmlRange> attributeNames;  ///< the same for attributes
 };
 
 /** The bounds that XmlGuard keeps. */
@@ -42,11 +45,14 @@ struct XmlLimits {
  *
  * It sees tags and quotes wherever the parser sees them. Where the text is not well-formed it may stop: the parser
  * stops there as well. Takes linear time, and memory for the distinct names only.
+ *
+ * @param iText in UTF-8, in UTF-16, or in an encoding of one byte a character whose first half is ASCII
+ * @param iIsUtf8 whether bytes are UTF-8
  */
 template <typename Unit>
-XmlFinding GuardXml(std::basic_string_view<Unit> iText, const XmlLimits& iLimits);
+XmlFinding GuardXml(std::basic_string_view<Unit> iText, bool iIsUtf8, const XmlLimits& iLimits);
 
-extern template XmlFinding GuardXml(std::string_view iText, const XmlLimits& iLimits);
-extern template XmlFinding GuardXml(std::u16string_view iText, const XmlLimits& iLimits);
+extern template XmlFinding GuardXml(std::string_view iText, bool iIsUtf8, const XmlLimits& iLimits);
+extern template XmlFinding GuardXml(std::u16string_view iText, bool iIsUtf8, const XmlLimits& iLimits);
 
 #endif

@@ -31,6 +31,7 @@ const ParserError kParserErrors[] = {
     {u"the text has too many distinct element names", Code::BeyondLimit, "use no more than 16,384 names of elements"},
     {u"the text has too many distinct attribute names", Code::BeyondLimit,
      "use no more than 16,384 names of attributes"},
+    {u"too many names have the same hash", Code::BeyondLimit, "use names that were not chosen to slow the reader down"},
     {u"a document type with declarations", Code::DocumentTypeDeclares,
      "take the document type out and write what its entities stand for"},
     {u"the document type is not", Code::DocumentTypeDeclares, "take the document type out"},

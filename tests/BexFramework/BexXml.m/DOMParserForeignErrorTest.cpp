@@ -1,4 +1,4 @@
-// Sources that fail in Xerces-C's own ways: what they say is what the parser tells.
+// Sources that fail: what Xerces-C's own exceptions say is what the parser tells.
 
 #include <BexDom.h>
 #include <BexXMLParser.h>
@@ -13,6 +13,7 @@
 
 #include <XmlText.h>
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 namespace {
@@ -61,6 +62,9 @@ TEST(DomParserForeignError, TextOfTheExceptionIsTold) {
         {"an exception of its utilities",
          [] { throw xercesc::RuntimeException(__FILE__, __LINE__, xercesc::XMLExcepts::File_CouldNotOpenFile); },
          nullptr, 0, 0},
+        {"an exception of the host", [] { throw std::runtime_error("the disk is gone"); }, "the input cannot be read",
+         0, 0},
+        {"no exception at all", [] { throw 1; }, "the input cannot be read", 0, 0},
         {"no exception", [] {}, "the input cannot be opened", 0, 0},
     };
     for (const auto& each : cases) {

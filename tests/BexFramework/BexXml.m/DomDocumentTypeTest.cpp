@@ -69,6 +69,22 @@ TEST(DomDocumentType, CopyOfADocumentHasTheSame) {
     }
 }
 
+TEST(DomDocumentType, PublicIdentifierHasOnlyTheCharactersThatXmlAllows) {
+    const std::string allowed =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 \r\n-'()+,./:=?;!*#@$_%";
+    for (int code = 1; code < 0x80; ++code) {
+        const char character = static_cast<char>(code);
+        if (character != '"') {
+            const std::string text = std::string("<!DOCTYPE a PUBLIC \"x") + character + "y\" 'file'><a/>";
+            EXPECT_EQ(Parsed(text).isNull(), allowed.find(character) == std::string::npos) << code;
+        }
+    }
+    EXPECT_TRUE(Parsed("<!DOCTYPE a PUBLIC '\xC3\xA4' 'file'><a/>").isNull());
+    EXPECT_TRUE(Parsed("<!DOCTYPE a PUBLIC 'a\"b' 'file'><a/>").isNull());
+    EXPECT_FALSE(Parsed("<!DOCTYPE a PUBLIC '' ''><a/>").isNull());
+    EXPECT_FALSE(Parsed("<!DOCTYPE a SYSTEM '{\xC3\xA4\\}'><a/>").isNull());
+}
+
 TEST(DomDocumentType, IsReadInEveryEncoding) {
     const std::u16string text = u"\uFEFF<!--c--><!DOCTYPE \u0161 PUBLIC 'p' '\u20AC'><\u0161/>";
     const DOM_Document wide = Parsed(std::string(reinterpret_cast<const char*>(text.data()), text.size() * 2));

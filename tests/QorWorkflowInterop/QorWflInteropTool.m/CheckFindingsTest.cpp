@@ -94,12 +94,20 @@ TEST(CheckFindings, EveryLimitIsTold) {
     std::string attributes;
     std::string elements;
     std::string names;
+    std::string namesOfOneHash;
     for (int i = 0; i <= 16384; ++i) {
+        if (i < 1024) {
+            namesOfOneHash += "<e";
+            for (int bit = 0; bit < 10; ++bit) {
+                namesOfOneHash += (i >> bit & 1) != 0 ? "ah" : "bB";
+            }
+            namesOfOneHash += "/>";
+        }
         attributes += i <= 1024 ? " a" + std::to_string(i) + "='x'" : "";
         elements += "<e" + std::to_string(i) + "/>";
         names += "<e a" + std::to_string(i) + "='x'/>";
     }
-    for (const std::string& part : {"<Cost" + attributes + "/>", elements, names}) {
+    for (const std::string& part : {"<Cost" + attributes + "/>", elements, names, namesOfOneHash}) {
         const nlohmann::json report = CheckDocument(WithPart(XpdlReply(), "<Cost/>", part));
         EXPECT_THAT(CodesOf(report), ElementsAre("QW002"));
     }
