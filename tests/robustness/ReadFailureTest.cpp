@@ -46,7 +46,11 @@ Trouble trouble;
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) ssize_t read(int iFile, void* oBytes, size_t iLength) {
+// Under a name of its own in the source: with _FORTIFY_SOURCE a compiler may have a definition of read() already.
+extern "C" __attribute__((visibility("default"))) ssize_t ReadWithTrouble(int iFile, void* oBytes, size_t iLength)
+    __asm__("read");
+
+ssize_t ReadWithTrouble(int iFile, void* oBytes, size_t iLength) {
     static auto* const next = reinterpret_cast<ssize_t (*)(int, void*, size_t)>(::dlsym(RTLD_NEXT, "read"));
     struct stat status {};
     if (trouble.file == 0 || ::fstat(iFile, &status) != 0 || status.st_ino != trouble.file) {

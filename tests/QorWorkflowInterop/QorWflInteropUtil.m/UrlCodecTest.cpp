@@ -174,7 +174,7 @@ TEST(UrlDecode, EscapesOfEveryKindStandAnywhereInALongText) {
     const std::string before = "0+2a4B6+8c0D2+4e6F8+0a2B4+6c8D0+2e4F6+8a";
     for (const std::string piece : {"%41", "%", "%%", "%%41", "%4", "%4x", "%zz", "%+5", "%-5", "%25", "%41%42%"}) {
         for (std::size_t place = 0; place <= before.size(); ++place) {
-            for (const std::size_t behind : {0, 1, 2, 15, 16, 17, 31, 32, 33, 48}) {
+            for (const std::size_t behind : {0U, 1U, 2U, 15U, 16U, 17U, 31U, 32U, 33U, 48U}) {
                 const std::string text = before.substr(0, place) + piece + std::string(behind, '7');
                 EXPECT_EQ(Decode(text), NaiveUrl::Decode(text)) << text;
             }
