@@ -13,7 +13,7 @@
  * @param iName the name it is found by; copied, a null pointer counts as ""
  * @param iEntry the name of the entry point that gives the meta class, for people; copied, may be null
  * @param iReserved1 not used, null
- * @param iMetaClass the meta class; not owned, must live until the entry is taken out
+ * @param iMetaClass the meta class; not owned, not null, must live until the entry is taken out
  * @param iReserved2 not used, null
  * @param iReserved3 not used, null
  */

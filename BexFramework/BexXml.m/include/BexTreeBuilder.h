@@ -15,9 +15,9 @@ class TreeNodes;
  * Fills an empty document from its root down, many times faster than node by node: for writers and parsers that give
  * names which XML allows, and a tree that is one.
  *
- * What is given is not checked: names have to be XML names, an attribute may be given once an element, and every
- * element opened has to be closed. The tree is then the same as one built through the handles. Memory that cannot be
- * had is std::bad_alloc; the document may then only be let go. A builder belongs to one thread.
+ * Nothing is checked: names have to be XML names, code units not null, an attribute is given once, attributes and text
+ * need an open element, and each is closed. The tree is then the same as one built through the handles. Memory that
+ * cannot be had is std::bad_alloc; the document may then only be let go. A builder belongs to one thread.
  */
 class BEX_EXPORT BexTreeBuilder {
 public:
@@ -27,7 +27,7 @@ public:
         Checked   ///< through the public interface of Xerces-C, which checks everything again
     };
 
-    /** Fills @p iDocument, which it keeps alive. */
+    /** Fills @p iDocument, which is not null, and keeps it alive. */
     explicit BexTreeBuilder(const DOM_Document& iDocument, Access iAccess = Access::Fastest);
     ~BexTreeBuilder();
     BexTreeBuilder(const BexTreeBuilder&) = delete;  // a builder is an activity, not a value

@@ -28,7 +28,7 @@ public:
     /**
      * Tells a context entry.
      * @param iIndex 1 to GetContextCount()
-     * @param oKind "Config", "WFProcess" or "WFActivity"; others are ignored
+     * @param oKind "Config", "WFProcess" or "WFActivity", the last of each counts; others are ignored
      * @param oValue its value
      * @param oExtra not used by the library
      */
@@ -40,9 +40,9 @@ public:
      * Tells an attached object; asked twice for each in one call.
      * @param iIndex 1 to GetObjectCount()
      * @param oUuid the object's UUID block of 50 bytes. For a product it may be of another length, which leaves the
-     *        context unset; for an input or output, shorter ends the process
+     *        context unset; for what fills a data field, as inputs and outputs do, shorter ends the process
      * @param oType "Product", "Part", "Model", "Document" or "Feature"; others are ignored
-     * @param oDirection "I" for an input, "O" for an output
+     * @param oDirection "I" for an input, "O" for an output; with any other the object is in no list
      * @param oNickname the object's short name
      * @param oName what identifies the object among the action's data; null asks for a name of its own
      */

@@ -22,7 +22,7 @@ public:
     /** The built-in vocabulary. */
     QorWflActionManagerBase();
 
-    /** @return the handler that the derived class owns and has initialised; asked once for each object mapped. */
+    /** @return the derived class's own handler, initialised, never null; asked once for each object mapped. */
     virtual QorWflObjectNameHandlerBase* GetObjectNameHandler() = 0;
 
     /**
@@ -44,12 +44,12 @@ public:
 
     /**
      * Fills a record from an action: abstract, priority, extid, owner, participant, participantType, the identifiers
-     * and the context of the process, inputs, outputs and data fields. What the action does not tell, and name,
-     * generation, status, duration, durationUnit, documentation and the process name, keep their values: those are the
-     * host's to set.
+     * and the context of the process, inputs, outputs and data fields. Identifiers and a context that the action does
+     * not tell keep their values, and so do name, generation, status, duration, durationUnit, documentation and the
+     * process name, which are the host's to set. An object without a name is called "*AUTO_ID#" and its index.
      *
-     * An object without a name is called "*AUTO_ID#" and its index. An input or output whose UUID has fewer than 50
-     * bytes ends the process.
+     * An object that fills a data field, as each input and output does, ends the process when its UUID has fewer than
+     * 50 bytes.
      *
      * @param iAction the action; null leaves the record alone
      * @param oInfo the record

@@ -47,7 +47,7 @@ public:
     [[nodiscard]] static char* UrlToContext(const BexUnicodeString& iUrl, BexUnicodeString& oContext);
     /**
      * The URL of an object instance in a context.
-     * @param iUuid a UUID block; null as in InstanceUrl()
+     * @param iUuid a UUID block; null gives an empty URL, to which the parameter is added all the same
      * @param iContext the parameter "context"; null or empty adds none
      */
     static BexUnicodeString ContextUrl(const char* iUuid, const BexUnicodeString& iContext);
