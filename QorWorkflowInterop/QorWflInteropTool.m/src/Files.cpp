@@ -84,8 +84,7 @@ std::string ReadInput(const std::string& iPath) {
 }
 
 void WriteOutput(std::string_view iBytes) {
-    std::fwrite(iBytes.data(), 1, iBytes.size(), stdout);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    if (std::fwrite(iBytes.data(), 1, iBytes.size(), stdout) != iBytes.size() || std::fflush(stdout) != 0) {
         throw Failure(std::string("standard output: cannot be written: ") + std::strerror(errno));
     }
 }

@@ -2,7 +2,6 @@
 
 #include "RecordFields.h"
 
-#include <BexQorTrace.h>
 #include <QorWflXmlToActivity.h>
 
 #include <stdexcept>
@@ -59,7 +58,6 @@ void RequireSameRecord(const ActivityInfo& iLeft, const ActivityInfo& iRight) {
 }  // namespace
 
 void CompareWithReader(const std::string& iBytes, const XpdlReading& iReading) {
-    BexQorTrace::SetOn("WFInteropXML", 0);  // whose record would go to the standard output, between the findings
     ActivityInfo expected;
     Mark(expected);
     iReading.Apply(expected);

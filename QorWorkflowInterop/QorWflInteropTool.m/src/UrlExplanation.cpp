@@ -10,6 +10,7 @@
 #include <QorWflUuidLayout.h>
 
 #include <algorithm>
+#include <iostream>
 #include <memory>
 #include <set>
 
@@ -17,7 +18,7 @@ namespace {
 
 constexpr const char* kContextName = "context";
 
-/** Gathers what the library traces about URLs while it lives. */
+/** Gathers what the library traces about URLs while it lives. The user who asked for the trace gets it all the same. */
 class UrlTrace {
 public:
     explicit UrlTrace(std::vector<std::string>& oMessages) : messages(oMessages) {
@@ -25,7 +26,7 @@ public:
         BexQorTrace::SetOn(kChannel, 1);
     }
     ~UrlTrace() {
-        BexQorTrace::SetOn(kChannel, 0);
+        BexQorTrace::SetOn(kChannel, isAskedFor);
         BexQorTrace::SetSink(nullptr, nullptr);
     }
     UrlTrace(const UrlTrace&) = delete;  // there is one sink
@@ -35,15 +36,20 @@ private:
     static constexpr const char* kChannel = "WFInteropUrl";
 
     static void Take(const char* /*iChannel*/, const char* iText, int iLength, void* iData) {
+        auto* const self = static_cast<UrlTrace*>(iData);
         std::string_view line(iText, static_cast<std::size_t>(iLength));
+        if (self->isAskedFor != 0) {
+            std::cerr << line;
+        }
         line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
         line = line.substr(0, line.find_last_not_of('\n') + 1);
         if (!line.starts_with(">> ") && !line.starts_with("<< ")) {
-            static_cast<UrlTrace*>(iData)->messages.push_back(Latin1ToUtf8(line));
+            self->messages.push_back(Latin1ToUtf8(line));
         }
     }
 
     std::vector<std::string>& messages;
+    const int isAskedFor = BexQorTrace(kChannel, nullptr, nullptr, 0).IsOn();  // as the environment says
 };
 
 /** A piece of a URL with what it says once decoded. */

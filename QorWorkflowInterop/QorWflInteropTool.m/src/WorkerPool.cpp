@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <poll.h>
@@ -153,7 +152,6 @@ private:
     std::size_t task = 0;
     while (ReadAll(iTasks, reinterpret_cast<char*>(&task), sizeof task) && WriteAll(iResults, Packed(iTask(task)))) {
     }
-    std::cout.flush();
     std::exit(0);
 }
 
@@ -187,8 +185,7 @@ private:
         if (::pipe(results) != 0) {
             return Abandon(tasks);
         }
-        std::cout.flush();  // or both processes would write what is still in the buffer
-        std::fflush(nullptr);
+        std::fflush(nullptr);  // or both processes would write what is still in the buffer
         const pid_t process = ::fork();
         if (process < 0) {
             Abandon(tasks);

@@ -2,6 +2,7 @@
 #include "Files.h"
 #include "Message.h"
 #include "SafeText.h"
+#include "StandardStreams.h"
 
 #include <CLI/CLI.hpp>
 
@@ -50,9 +51,10 @@ public:
 
 private:
     ExitStatus Leave(const CLI::ParseError& iEnd) const {
+        std::ostringstream help;
         std::ostringstream message;
-        const bool asked = app.exit(iEnd, std::cout, message) == 0;
-        WriteOutput("");
+        const bool asked = app.exit(iEnd, help, message) == 0;
+        WriteOutput(help.str());
         std::istringstream lines(message.str());  // which can hold arguments, hence whatever somebody called a file
         for (std::string line; std::getline(lines, line);) {
             std::cerr << SafeText(line) + '\n';
@@ -70,6 +72,7 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a reader that went away is an output that cannot be written
     std::signal(SIGXFSZ, SIG_IGN);  // and so is a file that must not grow as large
     try {
+        PrepareStandardStreams();
         return CommandLine().Run(argc, argv);
     } catch (const std::bad_alloc&) {
         Report("not enough memory");

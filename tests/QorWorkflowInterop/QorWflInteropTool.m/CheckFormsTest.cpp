@@ -190,11 +190,6 @@ TEST(CheckCommand, WarningsFailOnlyWhenStrict) {
     EXPECT_EQ(RunTool({"check", "--strict", "-"}, {.input = note}).status, 0);
 }
 
-TEST(CheckCommand, TraceOfTheReaderDoesNotGetBetweenTheFindings) {
-    const ToolResult result = RunTool({"check", "-"}, {.input = XpdlReply(), .environment = {{"BexQorTrace", "*"}}});
-    EXPECT_EQ(result.out, "standard input: read whole (0 errors, 0 warnings, 0 notes)\n");
-}
-
 TEST(CheckCommand, LargeDocumentsTakeNoStackAndNoOutputInProportion) {
     std::string deep;
     std::string end;

@@ -156,12 +156,3 @@ TEST(Export, TenThousandObjectsComeThrough) {
     EXPECT_EQ(action.Value("process.datas.length"), "10000");
     EXPECT_EQ(action.Value("inputs.10000.name"), "\"*AUTO_ID#10000\"");
 }
-
-TEST(Export, TraceGoesToStandardOutputOnlyWhenItIsOn) {
-    const ToolResult quiet = RunTool({"export", Example("minimal.json")});
-    EXPECT_THAT(quiet.out, Not(HasSubstr("GetActionInfo")));
-    const ToolResult traced =
-        RunTool({"export", Example("minimal.json")}, {.environment = {{"BexQorTrace", "WFInterop"}}});
-    EXPECT_EQ(traced.status, 0);
-    EXPECT_THAT(traced.out, HasSubstr("QorWflActionManagerBase::GetActionInfo"));
-}
