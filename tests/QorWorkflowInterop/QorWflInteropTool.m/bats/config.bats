@@ -168,3 +168,24 @@ load shell.bash
     assert_status 1
     assert_stderr "qorwfl: standard output: cannot be written: No space left on device"
 }
+
+@test "one wide text does not widen the lines of the others" {
+    local narrow wide
+    { for ((i = 0; i < 2000; ++i)); do echo "key$i = v"; done; } >narrow
+    { cat narrow && printf '%020000d = v\n' 0; } >wide
+    narrow=$("$QORWFL" config show --config narrow | wc -c)
+    wide=$("$QORWFL" config show --config wide | wc -c)
+    # The key stands in the settings, and in the finding and its hint at the most; the others may have up to 80 characters
+    # more to their columns.
+    ((narrow > 2000 * 10)) || fail "only $narrow bytes"
+    ((wide < narrow + 2000 * 80 + 4 * 20000)) || fail "$narrow bytes become $wide"
+}
+
+@test "a text of 80 characters has a column, one of 81 has not" {
+    { echo "k = v" && printf '%080d = v\n' 0; } >file
+    qorwfl config show --config file
+    assert_contains "$output" "$(printf '  line 1  k%79s  ' "")"
+    { echo "k = v" && printf '%081d = v\n' 0; } >file
+    qorwfl config show --config file
+    refute_contains "$output" "$(printf '  k%20s' "")"
+}
