@@ -80,6 +80,16 @@ std::string Reason(const json::exception& iError) {
     return Shortened(reason, kMaxReasonLength);
 }
 
+/** The same where the text should begin. Of what the parser would take there, nobody here takes lists and literals. */
+std::string ReasonAtStart(const json::exception& iError) {
+    constexpr std::string_view kExpected = "expected '[', '{', or a literal";
+    std::string reason = Reason(iError);
+    if (const std::size_t found = reason.find(kExpected); found != std::string::npos) {
+        reason.replace(found, kExpected.size(), "expected an object, which begins with {");
+    }
+    return reason;
+}
+
 /** Refuses, while the parser is at them, members given twice and nesting that is too deep. */
 class StructureCheck {
 public:
@@ -133,7 +143,9 @@ json ParseJson(std::string_view iText, const std::string& iFileName) {
         return json::parse(CountingIterator(start, &furthest), CountingIterator(start + iText.size(), &furthest),
                            check);
     } catch (const json::parse_error& error) {
-        fail(std::max<std::size_t>(error.byte, 1) - 1, Reason(error));
+        const std::size_t place = std::max<std::size_t>(error.byte, 1) - 1;
+        const bool isStart = iText.find_first_not_of(" \t\r\n") >= place;
+        fail(place, isStart ? ReasonAtStart(error) : Reason(error));
     } catch (const json::exception& error) {  // a number too large; the parser may be a character past it
         fail(iText.find_last_of("0123456789", static_cast<std::size_t>(furthest - start) - 1), Reason(error));
     }

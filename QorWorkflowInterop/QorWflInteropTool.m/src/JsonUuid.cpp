@@ -55,15 +55,10 @@ void PutIdentifier(const JsonPlace& iPlace, Field iField, std::string& ioBlock) 
     }
 }
 
-std::string ReadFields(const JsonPlace& iPlace) {
+UuidPlaces PlacesOf(const JsonPlace& iPlace) {
     iPlace.RequireObject({"dbName", "environment", "table", "coid", "compid"});
-    std::string block(kBlockSize, ' ');
-    PutText(iPlace.Member("dbName"), kDbName, block);
-    PutText(iPlace.Member("environment"), kKienv, block);
-    PutText(iPlace.Member("table"), kKitab, block);
-    PutIdentifier(iPlace.Member("coid"), kXCoid, block);
-    PutIdentifier(iPlace.Member("compid"), kXCompid, block);
-    return block;
+    return {iPlace.Member("dbName"), iPlace.Member("environment"), iPlace.Member("table"), iPlace.Member("coid"),
+            iPlace.Member("compid")};
 }
 
 /** The digits of both identifiers in a long instance URL that the library has parsed. */
@@ -106,9 +101,19 @@ std::string ReadUrl(const JsonPlace& iPlace) {
 
 }  // namespace
 
+std::string ReadUuidPlaces(const UuidPlaces& iPlaces) {
+    std::string block(kBlockSize, ' ');
+    PutText(iPlaces.dbName, kDbName, block);
+    PutText(iPlaces.environment, kKienv, block);
+    PutText(iPlaces.table, kKitab, block);
+    PutIdentifier(iPlaces.coid, kXCoid, block);
+    PutIdentifier(iPlaces.compid, kXCompid, block);
+    return block;
+}
+
 std::string ReadJsonUuid(const JsonPlace& iPlace) {
     if (iPlace.IsObject()) {
-        return ReadFields(iPlace);
+        return ReadUuidPlaces(PlacesOf(iPlace));
     }
     if (iPlace.IsText()) {
         return ReadUrl(iPlace);

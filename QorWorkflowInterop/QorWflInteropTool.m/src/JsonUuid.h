@@ -13,4 +13,16 @@
  */
 std::string ReadJsonUuid(const JsonPlace& iPlace);
 
+/** Where the fields of a UUID block stand, each by itself. */
+struct UuidPlaces {
+    JsonPlace dbName;
+    JsonPlace environment;
+    JsonPlace table;
+    JsonPlace coid;
+    JsonPlace compid;
+};
+
+/** The UUID block of these fields. @throw Failure as ReadJsonUuid() does. */
+std::string ReadUuidPlaces(const UuidPlaces& iPlaces);
+
 #endif

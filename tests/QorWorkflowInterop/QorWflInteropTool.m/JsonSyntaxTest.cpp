@@ -31,7 +31,10 @@ TEST(JsonSyntax, ErrorTellsLineColumnAndWhatIsWrong) {
         const char* place;
         const char* reason;
     } cases[] = {
-        {"", "1:1", "unexpected end of input"},
+        {"", "1:1", "unexpected end of input; expected an object, which begins with {\n"},
+        {" \n\t", "2:2", "unexpected end of input; expected an object, which begins with {\n"},
+        {" ]", "1:2", "unexpected ']'; expected an object, which begins with {\n"},
+        {"{\"id\": ]", "1:8", "unexpected ']'; expected '[', '{', or a literal\n"},
         {"{", "1:2", "unexpected end of input"},
         {"{\n  \"id\": \"A\",\n}", "3:1", "unexpected '}'"},
         {"{\"id\" \"A\"}", "1:9", "unexpected string literal"},

@@ -105,10 +105,24 @@ TEST(UrlBuild, WhatIsNoObjectIsRefused) {
     EXPECT_THAT(Refused({"instance", "hello"}), HasSubstr("UUID \"hello\": expected an instance URL"));
     EXPECT_THAT(Refused({"instance", R"({"dbName": "A"})"}), HasSubstr("/environment: expected a text, found nothing"));
     EXPECT_THAT(Refused({"instance", "{"}), HasSubstr("UUID \"{\""));
-    EXPECT_THAT(Refused({"instance", HexOf(kBlock) + "0"}), HasSubstr("expected an instance URL"));
+    const std::string anyForm =
+        "expected an instance URL (LumenUID://Legacy+QOR1/... or qor://...), a JSON object or 100 hexadecimal digits; "
+        "found ";
+    EXPECT_THAT(Refused({"instance", "hello"}), HasSubstr(anyForm + "none of them\n"));
+    EXPECT_THAT(Refused({"instance", ""}), HasSubstr(anyForm + "nothing\n"));
+    EXPECT_THAT(Refused({"instance", "A"}), HasSubstr(anyForm + "1 digit\n"));
+    EXPECT_THAT(Refused({"instance", HexOf(kBlock) + "0"}), HasSubstr(anyForm + "101 digits\n"));
+    EXPECT_THAT(Refused({"instance", "qor://A"}),
+                HasSubstr("expected an instance URL (LumenUID://Legacy+QOR1/... or qor://...), found \"qor://A\"\n"));
     EXPECT_THAT(Refused({"instance", "--db-name", "TOO_LONG_NAME", "--environment", "E", "--table", "T", "--coid",
                          "00000000000000A1", "--compid", "00000000000000A1"}),
-                HasSubstr("options: /dbName: expected at most 8 characters, found 13"));
+                HasSubstr("qorwfl: --db-name: expected at most 8 characters, found 13"));
+    EXPECT_THAT(Refused({"instance", "--db-name", "A", "--environment", "E23456789", "--table", "T", "--coid",
+                         "00000000000000A1", "--compid", "00000000000000A1"}),
+                HasSubstr("qorwfl: --environment: expected at most 8 characters, found 9"));
+    EXPECT_THAT(Refused({"instance", "--db-name", "A", "--environment", "E", "--table", "T", "--coid",
+                         "00000000000000A1", "--compid", "A1"}),
+                HasSubstr("qorwfl: --compid: expected exactly 16 hexadecimal digits, found \"A1\""));
     EXPECT_THAT(Refused({"instance", HexOf(UrlTesting::Block("A", "E", "T\x1B"))}),
                 HasSubstr("a control character in it: LumenUID://Legacy+QOR1/E/"));
 }
