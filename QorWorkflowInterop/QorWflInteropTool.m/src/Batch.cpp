@@ -3,6 +3,7 @@
 #include "CommonOptions.h"
 #include "Failure.h"
 #include "Files.h"
+#include "InputFiles.h"
 #include "Message.h"
 #include "OutputFile.h"
 #include "ProgressBar.h"
@@ -13,8 +14,6 @@
 #include <filesystem>
 #include <map>
 #include <new>
-#include <set>
-#include <sys/stat.h>
 #include <utility>
 
 namespace {
@@ -49,32 +48,19 @@ void MakeFolder(const std::string& iFolder) {
     }
 }
 
-using FileIdentity = std::pair<dev_t, ino_t>;
-
-/** Which file a path leads to; nothing when to none. */
-std::optional<FileIdentity> IdentityOf(const std::string& iPath) {
-    struct stat status {};
-    return ::stat(iPath.c_str(), &status) == 0 ? std::optional<FileIdentity>({status.st_dev, status.st_ino})
-                                               : std::nullopt;
-}
-
-/** Refuses, before anything is written, outputs that would overwrite one another or an input. */
-void RequireDistinct(const std::vector<std::string>& iInputs, const std::vector<std::string>& iOutputs) {
+/** Refuses, before anything is read or written, outputs that would overwrite one another or an input. */
+void RequireDistinct(const Batch& iBatch, const std::vector<std::string>& iOutputs) {
     std::map<std::string, std::string> inputOf;
-    std::set<FileIdentity> inputs;
-    for (std::size_t i = 0; i < iInputs.size(); ++i) {
-        const auto [former, isNew] = inputOf.emplace(iOutputs[i], iInputs[i]);
+    for (std::size_t i = 0; i < iOutputs.size(); ++i) {
+        const auto [former, isNew] = inputOf.emplace(iOutputs[i], iBatch.inputs[i]);
         if (!isNew) {
-            RefuseUsage(InputName(former->second) + " and " + InputName(iInputs[i]) + ": both would be written to " +
-                        iOutputs[i]);
-        }
-        if (const std::optional<FileIdentity> file = IdentityOf(iInputs[i])) {
-            inputs.insert(*file);
+            RefuseUsage(InputName(former->second) + " and " + InputName(iBatch.inputs[i]) +
+                        ": both would be written to " + iOutputs[i]);
         }
     }
+    const InputFiles files(iBatch.inputs, iBatch.config);
     for (const auto& [output, input] : inputOf) {
-        const std::optional<FileIdentity> file = IdentityOf(output);
-        if (file && inputs.contains(*file)) {
+        if (files.Contains(output)) {
             RefuseUsage(InputName(input) + ": would be written to " + output + ", which is an input");
         }
     }
@@ -83,12 +69,12 @@ void RequireDistinct(const std::vector<std::string>& iInputs, const std::vector<
 /** Converts one input, in the process that tells about it. */
 ExitStatus RunOne(const Batch& iBatch, const std::string& iEnding, const Convert& iConvert) {
     const std::string& input = iBatch.inputs.front();
-    std::string output = iBatch.output.value_or("-");
+    const std::string place = iBatch.output.value_or("-");
+    const std::string output = IsFolder(place) ? (fs::path(place) / OutputName(input, iEnding)).string() : place;
+    RequireDistinct(iBatch, {output});
     const Converted converted = iConvert(input);
-    if (IsFolder(output)) {
-        MakeFolder(output);
-        output = (fs::path(output) / OutputName(input, iEnding)).string();
-        RequireDistinct({input}, {output});
+    if (output != place) {
+        MakeFolder(place);
     }
     WriteFile(output, converted.bytes);
     for (const std::string& warning : converted.warnings) {
@@ -164,7 +150,7 @@ ExitStatus RunSeveral(const Batch& iBatch, const std::string& iEnding, const Con
     for (const std::string& input : iBatch.inputs) {
         outputs.push_back((fs::path(*iBatch.output) / OutputName(input, iEnding)).string());
     }
-    RequireDistinct(iBatch.inputs, outputs);
+    RequireDistinct(iBatch, outputs);
     MakeFolder(*iBatch.output);
     Account account(outputs.size());
     RunTasks(

@@ -20,6 +20,7 @@ struct Batch {
     std::vector<std::string> inputs;    ///< "-" for the standard input
     std::optional<std::string> output;  ///< the file for one input, or the folder
     int jobs = 1;                       ///< how many processes work at a time
+    std::optional<std::string> config;  ///< the property file or its folder, which is not to be overwritten either
 };
 
 /**

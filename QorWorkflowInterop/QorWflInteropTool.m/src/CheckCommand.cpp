@@ -1,6 +1,7 @@
 #include "CheckOutput.h"
 #include "Commands.h"
 #include "CommonOptions.h"
+#include "InputFiles.h"
 #include "OutputFile.h"
 #include "Terminal.h"
 
@@ -37,6 +38,9 @@ bool IsWrong(const FileReport& iReport, bool iStrict) {
 
 /** Checks all files, and tells about all of them at the end. */
 ExitStatus Check(const Options& iOptions) {
+    if (InputFiles(iOptions.files).Contains(iOptions.output)) {
+        RefuseUsage("the findings would be written to " + iOptions.output + ", which is an input");
+    }
     std::vector<FileReport> reports;
     reports.reserve(iOptions.files.size());
     for (const std::string& file : iOptions.files) {

@@ -4,6 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kMaxJobs = 256;
@@ -23,11 +25,15 @@ void AddInput(CLI::App& ioCommand, std::string& oInput, const char* iName, const
     TakesName(ioCommand.add_option(iName, oInput, iDescription))->required()->type_name("");
 }
 
+CLI::Option* AddPropertyFile(CLI::App& ioCommand, const char* iName, std::optional<std::string>& oConfig) {
+    return TakesName(
+        ioCommand.add_option(iName, oConfig,
+                             "The property file, or the folder with the file QorWflActionManager in it;\n"
+                             "- for the standard input; without it, that file is looked for along BexMsgCatalogPath"));
+}
+
 void AddConfig(CLI::App& ioCommand, std::optional<std::string>& oConfig) {
-    TakesName(ioCommand.add_option("--config", oConfig,
-                                   "The property file, or the folder with the file QorWflActionManager in it;\n"
-                                   "without it, that file is looked for along BexMsgCatalogPath"))
-        ->type_name("FILE_OR_DIR");
+    AddPropertyFile(ioCommand, "--config", oConfig)->type_name("FILE_OR_DIR");
 }
 
 CLI::Option* AddFormat(CLI::App& ioCommand, const char* iOption, std::string& oFormat,
@@ -54,6 +60,12 @@ void AddJobs(CLI::App& ioCommand, int& oJobs) {
     ioCommand.add_option("--jobs", oJobs, "How many processes work at a time on several inputs; 1 as a rule")
         ->check(CLI::Range(1, kMaxJobs))
         ->type_name("N");
+}
+
+void RequireOneStandardInput(const std::vector<std::string>& iInputs, const std::optional<std::string>& iConfig) {
+    if (iConfig == "-" && std::find(iInputs.begin(), iInputs.end(), "-") != iInputs.end()) {
+        RefuseUsage("the standard input can be the property file or an input, not both");
+    }
 }
 
 void RefuseUsage(const std::string& iMessage) {

@@ -19,6 +19,8 @@ CLI::Option* TakesName(CLI::Option* ioOption);
 void AddInputs(CLI::App& ioCommand, std::vector<std::string>& oInputs, const char* iName, const char* iDescription);
 /** One input. */
 void AddInput(CLI::App& ioCommand, std::string& oInput, const char* iName, const char* iDescription);
+/** The property file, or its folder, or "-" for the standard input, under a name of its own. */
+CLI::Option* AddPropertyFile(CLI::App& ioCommand, const char* iName, std::optional<std::string>& oConfig);
 /** --config: the property file. */
 void AddConfig(CLI::App& ioCommand, std::optional<std::string>& oConfig);
 /** A format, under an option's own name, one of those listed. */
@@ -30,6 +32,9 @@ void AddCreated(CLI::App& ioCommand, std::optional<std::string>& oCreated);
 void AddOutput(CLI::App& ioCommand, std::optional<std::string>& oOutput, const char* iType, const char* iDescription);
 /** --jobs: how many processes work at a time. */
 void AddJobs(CLI::App& ioCommand, int& oJobs);
+
+/** Refuses a standard input that is both the property file and an input. */
+void RequireOneStandardInput(const std::vector<std::string>& iInputs, const std::optional<std::string>& iConfig);
 
 /** Ends the command as one that was not called rightly: with this message and exit status 2. */
 [[noreturn]] void RefuseUsage(const std::string& iMessage);

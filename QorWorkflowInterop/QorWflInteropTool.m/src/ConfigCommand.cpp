@@ -50,21 +50,9 @@ void AddFormat(CLI::App& ioCommand, Options& oOptions) {
     ::AddFormat(ioCommand, "--format", oOptions.format, {"text", "json"}, "text, or json for programs");
 }
 
-/** The property file, which the standard input can be here. */
-CLI::Option* AddPropertyFile(CLI::App& ioCommand, const char* iName, Options& oOptions) {
-    return TakesName(
-        ioCommand.add_option(iName, oOptions.config,
-                             "The property file, or the folder with the file QorWflActionManager in it;\n"
-                             "- for the standard input; without it, that file is looked for along BexMsgCatalogPath"));
-}
-
-void AddConfig(CLI::App& ioCommand, Options& oOptions) {
-    AddPropertyFile(ioCommand, "--config", oOptions)->type_name("FILE_OR_DIR");
-}
-
 void AddCheck(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions, ExitStatus& oStatus) {
     CLI::App* command = ioConfig.add_subcommand("check", "Look for what is wrong in a property file");
-    AddPropertyFile(*command, "FILE", *iOptions)->type_name("");
+    AddPropertyFile(*command, "FILE", iOptions->config)->type_name("");
     AddFormat(*command, *iOptions);
     command->add_flag("--strict", iOptions->isStrict, "Let warnings fail as errors do");
     command->footer(
@@ -78,7 +66,7 @@ void AddCheck(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions, Exit
 
 void AddShow(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions) {
     CLI::App* command = ioConfig.add_subcommand("show", "Show a property file as the library sees it");
-    AddConfig(*command, *iOptions);
+    AddConfig(*command, iOptions->config);
     AddFormat(*command, *iOptions);
     command->footer(
         "Example:\n"
@@ -92,7 +80,7 @@ void AddExplain(CLI::App& ioConfig, const std::shared_ptr<Options>& iOptions) {
         ->required()
         ->type_name("ENVIRONMENT");
     command->add_option("--table", iOptions->table, "The table of the object")->required()->type_name("TABLE");
-    AddConfig(*command, *iOptions);
+    AddConfig(*command, iOptions->config);
     AddFormat(*command, *iOptions);
     command->footer(
         "Example:\n"

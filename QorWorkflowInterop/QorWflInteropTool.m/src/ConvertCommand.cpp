@@ -23,8 +23,10 @@ struct Options {
 /** Writes a record in another form. */
 ExitStatus Convert(const Options& iOptions) {
     const RecordFormat to = FormatOfName(iOptions.to);
+    RequireOneStandardInput({iOptions.input}, iOptions.config);
     RecordReader reader(iOptions.config);
-    return RunBatch({{iOptions.input}, iOptions.output, 1}, EndingOf(to), [&](const std::string& iInput) {
+    const Batch batch{{iOptions.input}, iOptions.output, 1, iOptions.config};
+    return RunBatch(batch, EndingOf(to), [&](const std::string& iInput) {
         const std::string fileName = InputName(iInput);
         ActivityInfo record;
         Converted converted;

@@ -91,6 +91,7 @@ ExitStatus DiffOrTrouble(const Options& iOptions) {
     if (iOptions.first == "-" && iOptions.second == "-") {
         RefuseUsage("the standard input can be one of the two only");
     }
+    RequireOneStandardInput({iOptions.first, iOptions.second}, iOptions.config);
     try {
         return Diff(iOptions);
     } catch (const std::bad_alloc&) {

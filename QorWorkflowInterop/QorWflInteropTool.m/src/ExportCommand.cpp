@@ -14,7 +14,6 @@ namespace {
 
 struct Options {
     Batch batch;
-    std::optional<std::string> config;
     std::optional<std::string> created;
     std::string format = "xpdl";
 };
@@ -22,7 +21,8 @@ struct Options {
 /** Writes the records of actions, as a rule as documents. */
 ExitStatus Export(const Options& iOptions) {
     const RecordFormat format = FormatOfName(iOptions.format);
-    RecordReader reader(iOptions.config);
+    RequireOneStandardInput(iOptions.batch.inputs, iOptions.batch.config);
+    RecordReader reader(iOptions.batch.config);
     return RunBatch(iOptions.batch, EndingOf(format), [&](const std::string& iInput) {
         ActivityInfo record;
         reader.ReadJson(ReadInput(iInput), InputName(iInput), record);
@@ -38,7 +38,7 @@ void AddExportCommand(CLI::App& ioApp, ExitStatus& oStatus) {
     AddInputs(*command, options->batch.inputs, "ACTION",
               "The actions, JSON files; - for the standard input. A file with a member \"record\" holds the record "
               "itself");
-    AddConfig(*command, options->config);
+    AddConfig(*command, options->batch.config);
     AddFormat(*command, "--format", options->format, {"xpdl", "text", "json"},
               "The form of the output: xpdl as a rule, text, or json with every field of the record");
     AddOutput(*command, options->batch.output, "FILE_OR_DIR",

@@ -29,9 +29,10 @@ std::string Draw(const ActivityInfo& iRecord, const std::string& iFormat) {
 }
 
 ExitStatus Graph(const Options& iOptions) {
+    RequireOneStandardInput({iOptions.input}, iOptions.config);
     RecordReader reader(iOptions.config);
     const std::string ending = iOptions.format == "mermaid" ? ".mmd" : '.' + iOptions.format;
-    return RunBatch({{iOptions.input}, iOptions.output, 1}, ending, [&](const std::string& iInput) {
+    return RunBatch({{iOptions.input}, iOptions.output, 1, iOptions.config}, ending, [&](const std::string& iInput) {
         const std::string text = ReadInput(iInput);
         const std::string fileName = InputName(iInput);
         ActivityInfo record;

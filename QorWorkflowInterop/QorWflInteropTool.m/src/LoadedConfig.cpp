@@ -3,14 +3,13 @@
 #include "Configuration.h"
 #include "Failure.h"
 #include "Files.h"
+#include "NamelessFile.h"
 
 #include <QorWflActionManagerBase.h>
 #include <QorWflObjectNameHandlerBase.h>
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
 namespace {
@@ -27,34 +26,6 @@ public:
         return {externalTypes[iIndex],  environments[iIndex], objectKinds[iIndex], tables[iIndex],
                 nameAttributes[iIndex], typeKeys[iIndex],     objectKeys[iIndex]};
     }
-};
-
-/** A file without a name that holds a text, for a reader that wants the name of a regular file. */
-class NamelessFile {
-public:
-    explicit NamelessFile(const std::string& iBytes) : number(::memfd_create("standard input", MFD_CLOEXEC)) {
-        std::size_t written = 0;
-        while (number >= 0 && written < iBytes.size()) {
-            const ssize_t count = ::write(number, iBytes.data() + written, iBytes.size() - written);
-            if (count < 0 && errno != EINTR) {
-                const std::string reason = std::strerror(errno);
-                ::close(number);
-                throw Failure("standard input: cannot be kept: " + reason);
-            }
-            written += count > 0 ? static_cast<std::size_t>(count) : 0;
-        }
-        if (number < 0) {
-            throw Failure(std::string("standard input: cannot be kept: ") + std::strerror(errno));
-        }
-    }
-    ~NamelessFile() { ::close(number); }
-    NamelessFile(const NamelessFile&) = delete;  // closes the file once
-    NamelessFile& operator=(const NamelessFile&) = delete;
-
-    std::string Path() const { return "/proc/self/fd/" + std::to_string(number); }
-
-private:
-    int number;
 };
 
 }  // namespace

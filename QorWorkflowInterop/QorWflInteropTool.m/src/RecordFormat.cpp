@@ -1,9 +1,11 @@
 #include "RecordFormat.h"
 
 #include "Failure.h"
+#include "Files.h"
 #include "JsonAction.h"
 #include "JsonRecord.h"
 #include "JsonText.h"
+#include "NamelessFile.h"
 #include "RecordText.h"
 #include "XpdlText.h"
 
@@ -60,7 +62,10 @@ RecordFormat RecognizeFormat(const std::string& iText, const std::string& iFileN
 }
 
 RecordReader::RecordReader(const std::optional<std::string>& iConfig) {
-    if (iConfig) {
+    if (iConfig == "-") {
+        const NamelessFile words(ReadInput(*iConfig));  // which the manager has read once it is there
+        manager = std::make_unique<ToolActionManager>(words.Path());
+    } else if (iConfig) {
         manager = std::make_unique<ToolActionManager>(iConfig);
     }
 }

@@ -25,8 +25,8 @@ RecordFormat RecognizeFormat(const std::string& iText, const std::string& iFileN
 class RecordReader {
 public:
     /**
-     * @param iConfig the property file, or its folder, in whose words an action in JSON becomes a record; without it
-     *                the one that the library finds is read, when the first action comes
+     * @param iConfig the property file, its folder, or "-" for the standard input, in whose words an action in JSON
+     * becomes a record; without it the one that the library finds is read, when the first action comes
      * @throw Failure when a property file is given and cannot be read.
      */
     explicit RecordReader(const std::optional<std::string>& iConfig);

@@ -189,3 +189,34 @@ load shell.bash
     qorwfl config show --config file
     refute_contains "$output" "$(printf '  k%20s' "")"
 }
+
+@test "--config - is the standard input for every command" {
+    local list from_file
+    export TZ=UTC
+    for list in "export $EXAMPLES/review.json --created x" "convert --from json --to text $EXAMPLES/review.json" \
+        "graph $EXAMPLES/review.json" "config show --format text" "config explain --environment PROD --table DOC_STD"; do
+        # shellcheck disable=SC2086 # the words of the list
+        qorwfl $list --config "$EXAMPLES/QorWflActionManager"
+        assert_status 0
+        from_file=${output//"$EXAMPLES/QorWflActionManager"/standard input}
+        # shellcheck disable=SC2086 # the words of the list
+        run --separate-stderr "$QORWFL" $list --config - <"$EXAMPLES/QorWflActionManager"
+        assert_status 0
+        assert_output "$from_file"
+    done
+    echo 'actionPriority.3 = Sometimes' >words
+    run --separate-stderr "$QORWFL" diff "$EXAMPLES/review.json" "$EXAMPLES/minimal.json" --config - <words
+    assert_status 1
+    assert_contains "$output" '  - "Sometimes"'
+}
+
+@test "a standard input that is the property file and an input is wrong usage" {
+    local list
+    for list in "export -" "export $EXAMPLES/review.json - -o out" "convert --from json --to text -" "graph -" \
+        "diff - $EXAMPLES/review.json" "diff $EXAMPLES/review.json -"; do
+        # shellcheck disable=SC2086 # the words of the list
+        run --separate-stderr "$QORWFL" $list --config - <"$EXAMPLES/review.json"
+        assert_usage "the standard input can be the property file or an input, not both"
+    done
+    [[ ! -e out ]]
+}

@@ -126,3 +126,56 @@ load shell.bash
     assert_stderr "qorwfl: file: cannot be written: Permission denied"
     [[ $(cat file) == former ]]
 }
+
+@test "an output that is an input is refused by every command, by whatever name" {
+    local list target
+    cp "$EXAMPLES/reply.xpdl" reply.xpdl
+    cp "$EXAMPLES/minimal.json" action.json
+    cp "$EXAMPLES/QorWflActionManager" QorWflActionManager
+    mkdir folder
+    ln -s ../reply.xpdl folder/link
+    ln reply.xpdl hard
+    cp -r . ../before
+    for target in reply.xpdl ./reply.xpdl "$PWD/reply.xpdl" folder/../reply.xpdl folder/link hard; do
+        for list in "import reply.xpdl" "graph reply.xpdl" "convert --from xpdl --to json reply.xpdl"; do
+            # shellcheck disable=SC2086 # the words of the list
+            qorwfl $list -o "$target"
+            assert_usage "reply.xpdl: would be written to $target, which is an input"
+        done
+        qorwfl check action.json reply.xpdl -o "$target"
+        assert_usage "the findings would be written to $target, which is an input"
+    done
+    qorwfl export action.json -o action.json
+    assert_usage "action.json: would be written to action.json, which is an input"
+    qorwfl convert --from json --to json action.json -o action.json
+    assert_usage "action.json: would be written to action.json, which is an input"
+    for list in "--config QorWflActionManager" "--config ."; do
+        # shellcheck disable=SC2086 # the words of the list
+        qorwfl export action.json $list -o QorWflActionManager
+        assert_usage "action.json: would be written to QorWflActionManager, which is an input"
+    done
+    target=reply.xpdl
+    run --separate-stderr "$QORWFL" import - -o $target <reply.xpdl
+    assert_usage "standard input: would be written to reply.xpdl, which is an input"
+    target=QorWflActionManager
+    run --separate-stderr "$QORWFL" export action.json --config - -o $target <QorWflActionManager
+    assert_usage "action.json: would be written to QorWflActionManager, which is an input"
+    diff -r . ../before
+}
+
+@test "what is no regular file may be input and output" {
+    qorwfl check /dev/null -o /dev/null
+    assert_status 1
+    assert_stderr ""
+    mkfifo pipe
+    { cat "$EXAMPLES/reply.xpdl" >pipe && cat pipe >received; } &
+    qorwfl import pipe -o pipe
+    assert_status 0
+    wait $!
+    cmp received <("$QORWFL" import "$EXAMPLES/reply.xpdl")
+    TERM_HERE=xterm on_terminal "'$QORWFL' import '$EXAMPLES/reply.xpdl' -o /dev/tty"
+    assert_status 0
+    assert_contains "$output" 'id="PRC-311-04"'
+    on_terminal "'$QORWFL' check - -o /dev/tty </dev/tty" </dev/null
+    refute_contains "$output" "which is an input"
+}

@@ -45,6 +45,9 @@ shell() {
     assert_status 2
     assert_output ""
     assert_stderr "qorwfl: standard input: cannot be read: Bad file descriptor"
+    shell "qorwfl export \$EXAMPLES/minimal.json --config - <&-"
+    assert_status 1
+    assert_stderr "qorwfl: standard input: cannot be read: Bad file descriptor"
 }
 
 @test "a closed standard output is told by every command that writes to it" {
