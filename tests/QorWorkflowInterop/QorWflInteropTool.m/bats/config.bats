@@ -220,3 +220,18 @@ load shell.bash
     done
     [[ ! -e out ]]
 }
+
+@test "a file that is named and cannot be opened is a message, not a finding" {
+    local format
+    mkdir folder
+    for format in text json; do
+        qorwfl config check --format $format missing
+        assert_status 1
+        assert_output ""
+        assert_stderr "qorwfl: missing: the property file cannot be read: No such file or directory"
+        qorwfl config check --format $format folder
+        assert_status 1
+        assert_output ""
+        assert_contains "$stderr" "qorwfl: folder/QorWflActionManager: the property file cannot be read"
+    done
+}

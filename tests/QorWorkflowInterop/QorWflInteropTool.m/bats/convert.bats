@@ -143,3 +143,33 @@ END
 {"record": {"process": {"Id": "x"}}}|/record/process/Id: unknown member; known are id, name, context, datas, dataNumber
 END
 }
+
+@test "what a form cannot hold is lost without a word, but for a character that it refuses" {
+    local long member form
+    long=$(printf 'x%.0s' {1..100})
+    printf '{"record": {"name": "a\\"b", "owner": "%s", "participant": "p", "status": null}}' "$long" >record.json
+    qorwfl convert --from json --to text record.json
+    assert_status 0
+    assert_stderr ""
+    assert_contains "$output" 'name="a"b";'
+    assert_contains "$output" "owner=\"$long\";"
+    assert_contains "$output" 'status="";'
+    refute_contains "$output" participant
+    cat >record.json <<'END'
+{"record": {"name": "a\tb\nc", "priority": null, "abstract": "", "documentation": "a\r\nb"}}
+END
+    qorwfl convert --from json --to xpdl record.json -o record.xpdl
+    assert_status 0
+    assert_stderr ""
+    qorwfl convert --from xpdl --to json record.xpdl
+    for member in '"name": "a b c"' '"priority": "\n"' '"abstract": "\n"' '"documentation": "a\nb"'; do
+        assert_contains "$output" "$member"
+    done
+    for form in text xpdl; do
+        echo '{"record": {"name": "€"}}' >record.json
+        qorwfl convert --from json --to $form record.json -o out
+        assert_status 1
+        assert_contains "$stderr" "outside ISO-8859-1"
+        [[ ! -e out ]]
+    done
+}

@@ -199,3 +199,18 @@ or JSON, which begins with {; found something else"
   - "\x1B[31m\u{009B}1m"
   + "ü€"'
 }
+
+@test "the line feed that a document makes of a text is a difference" {
+    echo '{"id": "A"}' >action.json
+    qorwfl export action.json -o action.xpdl
+    qorwfl diff action.json action.xpdl
+    assert_status 1
+    assert_output $'priority\n  - null\n  + "\\n"'
+    record empty.json '"abstract": "", "owner": "", "priority": "", "documentation": ""'
+    qorwfl convert --from json --to xpdl empty.json -o empty.xpdl
+    qorwfl diff empty.json empty.xpdl
+    assert_status 1
+    for field in abstract priority owner documentation; do
+        assert_contains "$output" "$field"$'\n  - ""\n  + "\\n"'
+    done
+}

@@ -85,3 +85,46 @@ page() {
         assert_contains "$text" "$word"
     done < <(sed -n '/^Words/,/^$/s/.*"\/\{0,1\}\([^"\/]*\)\/\{0,1\}".*/\1/p' <<<"$output")
 }
+
+@test "the page of each subcommand names the variables that it looks at, and the command's all of them" {
+    local name text variable
+    for name in $(subcommands_of); do
+        text=$(page "qorwfl-$name.1")
+        assert_contains "$text" "ENVIRONMENT"
+        assert_contains "$text" "BexQorTrace"
+        [[ $text == *" --config "* ]] || continue
+        assert_contains "$text" "BexMsgCatalogPath"
+        assert_contains "$text" "TMPDIR"
+    done
+    for variable in BexMsgCatalogPath BexQorTrace NO_COLOR TERM TMPDIR; do
+        assert_contains "$(page qorwfl.1)" "$variable"
+    done
+}
+
+@test "the synopsis of each page tells of --output what the help does" {
+    local name type found=0
+    for name in $(subcommands_of); do
+        type=$("$QORWFL" "$name" --help | sed -n 's/^ *-o,--output \([A-Z_]*\).*/\1/p')
+        [[ -n $type ]] || continue
+        assert_contains "$(page "qorwfl-$name.1")" "[-o ${type,,}]"
+        found=$((found + 1))
+    done
+    ((found == 5)) || fail "$found commands have an output"
+}
+
+@test "the page of export names every member of an action" {
+    local text json member
+    text=$(page qorwfl-export.1)
+    for json in '{"?": 0}' '{"contexts": [{"?": 0}]}' '{"objects": [{"?": 0}]}' \
+        '{"objects": [{"type": "Part", "uuid": {"?": 0}}]}'; do
+        run --separate-stderr "$QORWFL" export - <<<"$json"
+        assert_contains "$stderr" "known are "
+        for member in ${stderr##*known are }; do
+            [[ $text =~ [\ ]"${member%,}"[\ ,:.] ]] || fail "the page does not name: $member"
+        done
+    done
+}
+
+@test "the quotes of an example reach the reader of the page" {
+    assert_contains "$(page qorwfl-url.1)" 'qorwfl url action "DR 4711"'
+}

@@ -145,3 +145,9 @@ long='LumenUID://Legacy+QOR1/ENV1/VERANT++#ENV1++++#PART_LIST+++++++++#000000000
     assert_status 1
     assert_stderr "qorwfl: standard output: cannot be written: No space left on device"
 }
+
+@test "a text that is not UTF-8 is taken as ISO-8859-1" {
+    qorwfl url action $'\xff' $'\xc3\xbf' ÿ
+    assert_status 0
+    assert_output "$(printf 'LumenUID://Legacy+QOR1/default/%%FF.ACTION\n%.0s' 1 2 3)"
+}
