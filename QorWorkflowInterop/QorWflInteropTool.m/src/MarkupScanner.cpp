@@ -4,7 +4,14 @@
 
 namespace {
 
-constexpr std::string_view kWhiteSpace(" \t\r\n");
+/** The bytes of the white space at the beginning of a text, 0 when there is none: that of XML 1.1, whose U+0085 and
+ * U+2028 no tag of XML 1.0 has outside of values. */
+std::size_t SpaceLength(std::string_view iText) {
+    constexpr std::string_view kSpaces[] = {" ", "\t", "\r", "\n", "\xC2\x85", "\xE2\x80\xA8"};
+    const auto* const space = std::find_if(std::begin(kSpaces), std::end(kSpaces),
+                                           [iText](std::string_view iSpace) { return iText.starts_with(iSpace); });
+    return space == std::end(kSpaces) ? 0 : space->size();
+}
 
 /** Tells places of a text in the order in which they come; looks at each byte once. */
 class PlaceCounter {
@@ -104,7 +111,7 @@ private:
         element.place = places.At(at);
         element.parent = open.empty() ? kNone : open.back().element;
         element.firstAttribute = marks.attributes.size();
-        at = std::min(text.find_first_of(" \t\r\n/>", at), text.size());
+        at = FindNameEnd("/>");
         while (NextInTag() && text[at] != '>' && text[at] != '/') {
             Attribute();
         }
@@ -119,14 +126,26 @@ private:
 
     /** Goes behind white space; false at the end of the text. */
     bool NextInTag() {
-        at = std::min(text.find_first_not_of(kWhiteSpace, at), text.size());
+        while (const std::size_t length = SpaceLength(text.substr(at))) {
+            at += length;
+        }
         return at < text.size();
+    }
+
+    /** Where the name that begins here ends: at white space, one of these characters or the end of the text. */
+    std::size_t FindNameEnd(std::string_view iEnds) const {
+        std::size_t end = at;
+        while (end < text.size() && iEnds.find(text[end]) == std::string_view::npos &&
+               SpaceLength(text.substr(end)) == 0) {
+            ++end;
+        }
+        return end;
     }
 
     void Attribute() {
         AttributeMark attribute;
         attribute.place = places.At(at);
-        const std::size_t nameEnd = std::min(text.find_first_of(" \t\r\n=", at), text.size());
+        const std::size_t nameEnd = FindNameEnd("=");
         attribute.name = text.substr(at, nameEnd - at);
         const std::size_t quote = std::min(text.find_first_of("\"'", nameEnd), text.size());
         const std::size_t end = quote == text.size() ? quote : Find(text.substr(quote, 1), quote + 1);

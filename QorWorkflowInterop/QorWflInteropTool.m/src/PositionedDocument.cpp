@@ -76,7 +76,7 @@ void PositionedDocument::TakeTree() {
     for (xercesc::DOMNode* node = document.getDocumentElement().getNative(); node != nullptr;
          node = NextElement(node)) {
         const std::size_t index = elements.size();
-        if (index == marks.elements.size()) {
+        if (index == marks.elements.size() || (marks.elements[index].parent == kNone) != (index == 0)) {
             FailToMatch();
         }
         const ElementMark& mark = marks.elements[index];

@@ -113,6 +113,23 @@ TEST(CheckFindings, EveryLimitIsTold) {
     }
 }
 
+TEST(CheckFindings, WhiteSpaceOfXml11SeparatesAttributesAsItDoesForTheReader) {
+    const std::string parts[] = {
+        "<Cost\xC2\x85x='/ \"'><a/><b/></Cost>",
+        "<Cost\xC2\x85x='/>'><a\xE2\x80\xA8y\xC2\x85=\xC2\x85'2'/></Cost>",
+        "<Cost\xE2\x80\xA8x='/>'/>",
+    };
+    for (const std::string& part : parts) {
+        const std::string body = WithPart(XpdlReply(), "<Cost/>", part);
+        const std::string document = "<?xml version='1.1'?>" + body.substr(body.find("<Package"));
+        const nlohmann::json report = CheckDocument(document);
+        EXPECT_EQ(report["verdict"], "loses") << report.dump(2);
+        const std::vector<std::string> places = PlacesOf(report, "QW202");
+        ASSERT_FALSE(places.empty()) << report.dump(2);
+        EXPECT_THAT(places.front(), testing::EndsWith("/Cost")) << report.dump(2);
+    }
+}
+
 TEST(CheckFindings, EncodingsThatAreNotFollowedAreTold) {
     EXPECT_THAT(PlacesOf(CheckDocument("<Package>\n a\xFF</Package>"), "QW005"), ElementsAre("2:3"));
     EXPECT_THAT(PlacesOf(CheckDocument("<?xml version='1.0' encoding='martian'?><Package/>"), "QW005"),
