@@ -1,6 +1,9 @@
 #include "BexQorTrace.h"
 
+#include "TraceSink.h"
+
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <iostream>
 #include <mutex>
@@ -51,6 +54,10 @@ bool IsNamedByEnvironment(std::string_view iName) {
 }
 
 }  // namespace
+
+bool TraceSink::IsRunning() noexcept {
+    return writing;
+}
 
 BexQorTrace::BexQorTrace(const char* iName, const char* iTitle, const char* iSink, int iSize)
     : name(TextOf(iName)),
@@ -103,8 +110,8 @@ void BexQorTrace::SetSink(Sink iSink, void* iData) {
 /** Sends one line, its line feed included, to where lines go at present. Nothing that fails there reaches the caller.
  */
 void BexQorTrace::Write(std::string_view iLine) const noexcept {
-    if (writing) {
-        return;  // what a sink traces itself would never end
+    if (writing || iLine.size() > INT_MAX) {
+        return;  // what a sink traces itself would never end; of more bytes it could not be told how many there are
     }
     try {
         const WritingScope scope;

@@ -1,7 +1,10 @@
 #include "BexQorTraceStep.h"
 
+#include "TraceSink.h"
+
 #include <algorithm>
 #include <charconv>
+#include <climits>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -43,9 +46,9 @@ struct __attribute__((visibility("hidden"))) BexQorTraceStep::Scope {
         Send();
     }
 
-    /** Adds to the message, sending what is complete. */
+    /** Adds to the message, sending what is complete. The sink adds nothing: the lines are those of what it watches. */
     void Add(std::string_view iText) {
-        while (!iText.empty()) {
+        while (!iText.empty() && !TraceSink::IsRunning()) {
             const std::size_t end = iText.find('\n');
             if (line.empty()) {
                 line.assign((depth + 1) * kIndentation, ' ');
@@ -67,17 +70,12 @@ struct __attribute__((visibility("hidden"))) BexQorTraceStep::Scope {
     }
 
     /** No memory for part of a line: the whole of it is lost, for a line is never sent with a hole in it. */
-    void Lose() noexcept { isLost = true; }
+    void Lose() noexcept { isLost = isLost || !TraceSink::IsRunning(); }
 
-    /** Sends the line. A sink may trace meanwhile, even with this step: that is dropped, and its text stays as it is.
-     */
     void Send() {
         if (!isLost) {
             line += '\n';
-            std::string sent;
-            sent.swap(line);
-            trace.Write(sent);
-            sent.swap(line);  // the next line has its memory
+            trace.Write(line);
         }
         line.clear();
         isLost = false;
@@ -96,6 +94,9 @@ struct __attribute__((visibility("hidden"))) BexQorTraceStep::Scope {
 thread_local BexQorTraceStep::Scope* BexQorTraceStep::Scope::enclosing = nullptr;
 
 void BexQorTraceStep::Open(const char* iName) noexcept {
+    if (TraceSink::IsRunning()) {
+        return;
+    }
     try {
         auto fresh = std::make_unique<Scope>(trace, iName);
         if (fresh->outer != nullptr) {
@@ -127,6 +128,10 @@ void BexQorTraceStep::Add(std::string_view iText) noexcept {
 }
 
 void BexQorTraceStep::Add(std::u16string_view iText) noexcept {
+    if (iText.size() > INT_MAX) {
+        scope->Lose();
+        return;
+    }
     try {
         Add(BexUnicodeString(iText.data(), static_cast<int>(iText.size())));
     } catch (...) {

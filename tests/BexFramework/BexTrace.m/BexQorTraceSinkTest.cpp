@@ -232,6 +232,36 @@ TEST_F(TraceSink, WhatItAddsToTheStepInWorkIsDropped) {
                                         "  a third message, which is longer than the others\n", "<< step\n"));
 }
 
+TEST_F(TraceSink, WhatItTracesTakesNothingFromTheLinesOfOtherSteps) {
+    MeddlingSink sink{&err, {}, [](MeddlingSink& ioSelf) { TraceOneStep(*ioSelf.channel); }};
+    BexQorTrace::SetSink(&MeddlingSink::Take, &sink);
+    BexQorTraceStep outer(out, "outer");
+    BexQorTraceStep inner(out, "inner");
+    inner << "begun ";
+    outer << "a line" << std::endl;
+    inner << "and ended" << std::endl;
+    EXPECT_THAT(sink.texts, ElementsAre(">> outer\n", "  >> inner\n", "  a line\n", "    begun and ended\n"));
+}
+
+TEST_F(TraceSink, WhatItAddsToAnotherStepIsDropped) {
+    MeddlingSink sink{&out, {}, [](MeddlingSink&) {
+                          if (stepInWork != nullptr) {
+                              *stepInWork << "own text" << 'c' << 4711 << 2.5 << std::u16string_view(u"\u0161");
+                          }
+                      }};
+    BexQorTrace::SetSink(&MeddlingSink::Take, &sink);
+    {
+        BexQorTraceStep outer(out, "outer");
+        BexQorTraceStep inner(out, "inner");
+        stepInWork = &outer;
+        inner << "one" << std::endl << "two" << std::endl;
+        stepInWork = nullptr;
+        outer << "three" << std::endl;
+    }
+    EXPECT_THAT(sink.texts, ElementsAre(">> outer\n", "  >> inner\n", "    one\n", "    two\n", "  three\n",
+                                        "  << inner\n", "<< outer\n"));
+}
+
 TEST_F(TraceSink, MayTurnChannelsOnAndOff) {
     MeddlingSink sink{&out, {}, [](MeddlingSink&) { EXPECT_EQ(BexQorTrace::SetOn("SinkOut", 0), 1); }};
     BexQorTrace::SetSink(&MeddlingSink::Take, &sink);
