@@ -212,7 +212,7 @@ BEX_EXPORT BexUnicodeString operator+(const char* iLeft, const BexUnicodeString&
 BEX_EXPORT BexUnicodeString operator+(const BexUnicodeString& iLeft, BexUnicodeChar iRight);
 /** One code unit with the text behind it. */
 BEX_EXPORT BexUnicodeString operator+(BexUnicodeChar iLeft, const BexUnicodeString& iRight);
-/** Writes the narrow text, NUL characters included. */
+/** Writes the narrow text, NUL characters included; fails the stream when there is no memory for a narrow form. */
 BEX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const BexUnicodeString& iText);
 
 #endif

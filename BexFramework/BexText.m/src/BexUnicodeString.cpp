@@ -141,6 +141,9 @@ std::ios_base::iostate ReadLine(std::istream& ioStream, std::string& oLine) {
         return std::ios_base::failbit;
     }
     const std::istream::sentry ready(ioStream, true);
+    if (!ready) {
+        return std::ios_base::failbit;  // a stream that is tied to it has failed
+    }
     std::ios_base::iostate state = std::ios_base::goodbit;
     try {
         std::streambuf& source = *ioStream.rdbuf();
@@ -451,7 +454,15 @@ BexUnicodeString operator+(BexUnicodeChar iLeft, const BexUnicodeString& iRight)
 }
 
 std::ostream& operator<<(std::ostream& ioStream, const BexUnicodeString& iText) {
-    const std::string_view text =
-        iText.IsWide() ? std::string_view(iText.ConvertToChar(), iText.WideView().size()) : iText.NarrowView();
-    return ioStream << text;
+    if (!iText.IsWide()) {
+        return ioStream << iText.NarrowView();
+    }
+    const char* narrow = nullptr;
+    try {
+        narrow = iText.ConvertToChar();
+    } catch (const std::bad_alloc&) {
+        ioStream.setstate(std::ios_base::failbit);
+        return ioStream;
+    }
+    return ioStream << std::string_view(narrow, iText.WideView().size());
 }

@@ -151,6 +151,18 @@ TEST(BexTextMemory, RefusedMemoryLeavesTheStringUnchanged) {
     }
 }
 
+TEST(BexTextMemory, WritingToAStreamGetsThroughOrFailsTheStream) {
+    std::ostringstream stream;
+    const BexUnicodeString wide(Units(u"\u0161 wide text that is longer than what a string keeps inside itself"));
+    EXPECT_EQ(RunGranted(0, [&] { stream << wide; }), Outcome::kDone);
+    EXPECT_TRUE(stream.fail());
+    EXPECT_EQ(stream.str(), "");
+    stream.clear();
+    EXPECT_EQ(RunGranted(-1, [&] { stream << wide; }), Outcome::kDone);
+    EXPECT_TRUE(stream.good());
+    EXPECT_EQ(stream.str(), wide.ConvertToChar());
+}
+
 TEST(BexTextMemory, ReadingALineGetsThroughOrIsRefused) {
     const std::string bytes(5000, 'x');
     Outcome outcome = Outcome::kRefused;

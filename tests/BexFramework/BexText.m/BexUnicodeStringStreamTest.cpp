@@ -127,6 +127,32 @@ TEST(BexUnicodeStringFromStream, StreamThatThrowsLosesNoLine) {
     EXPECT_STREQ(line.ConvertToChar(), "last");
 }
 
+/** A stream that fails and throws as soon as it is flushed. */
+class FailingOutput : public std::ostream {
+public:
+    FailingOutput() : std::ostream(&buffer) { exceptions(std::ios_base::badbit); }
+
+private:
+    class Buffer : public std::streambuf {
+        int sync() override { return -1; }
+    };
+    Buffer buffer;
+};
+
+TEST(BexUnicodeStringFromStream, LineStaysInAStreamThatATiedOneMakesFail) {
+    FailingOutput output;
+    std::istringstream stream("line one\nline two\n");
+    stream.tie(&output);
+    BexUnicodeString line("former");
+    EXPECT_EQ(line.BuildFromStream(stream, 1), -1);
+    EXPECT_STREQ(line.ConvertToChar(), "");
+    EXPECT_TRUE(stream.fail());
+    stream.tie(nullptr);
+    stream.clear();
+    EXPECT_EQ(line.BuildFromStream(stream, 1), 0);
+    EXPECT_STREQ(line.ConvertToChar(), "line one");
+}
+
 TEST(BexUnicodeStringFromStream, NothingLeftIsEmptyWhenTheStreamThrowsToo) {
     for (const bool isBad : {false, true}) {
         std::istringstream stream;
