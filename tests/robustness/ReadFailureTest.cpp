@@ -21,6 +21,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <istream>
 #include <limits>
 #include <ostream>
@@ -40,15 +41,43 @@ struct Trouble {
     std::size_t left = std::numeric_limits<std::size_t>::max();    ///< bytes until reading fails
     std::size_t atOnce = std::numeric_limits<std::size_t>::max();  ///< bytes that one call gives at most
     int interruptions = 0;                                         ///< calls that are interrupted first
+    std::function<void()> beforeOpening;  ///< what happens to the next file before it is opened
+    int interruptedOpenings = 0;          ///< openings that are interrupted first
 };
 
 Trouble trouble;
 
+int OpenNext(const char* iCall, const char* iName, int iFlags) {
+    if (trouble.interruptedOpenings > 0) {
+        --trouble.interruptedOpenings;
+        errno = EINTR;
+        return -1;
+    }
+    if (const auto happens = std::exchange(trouble.beforeOpening, nullptr)) {
+        happens();
+    }
+    auto* const next = reinterpret_cast<int (*)(const char*, int, ...)>(::dlsym(RTLD_NEXT, iCall));
+    return next(iName, iFlags, 0);
+}
+
 }  // namespace
 
+// What the library opens is opened for reading, and has no mode.
+extern "C" __attribute__((visibility("default"))) int OpenWithTrouble(const char* iName, int iFlags,
+                                                                      ...) __asm__("open");
+extern "C" __attribute__((visibility("default"))) int Open64WithTrouble(const char* iName, int iFlags,
+                                                                        ...) __asm__("open64");
+
+int OpenWithTrouble(const char* iName, int iFlags, ...) {
+    return OpenNext("open", iName, iFlags);
+}
+int Open64WithTrouble(const char* iName, int iFlags, ...) {
+    return OpenNext("open64", iName, iFlags);
+}
+
 // Under a name of its own in the source: with _FORTIFY_SOURCE a compiler may have a definition of read() already.
-extern "C" __attribute__((visibility("default"))) ssize_t ReadWithTrouble(int iFile, void* oBytes, size_t iLength)
-    __asm__("read");
+extern "C" __attribute__((visibility("default"))) ssize_t ReadWithTrouble(int iFile, void* oBytes,
+                                                                          size_t iLength) __asm__("read");
 
 ssize_t ReadWithTrouble(int iFile, void* oBytes, size_t iLength) {
     static auto* const next = reinterpret_cast<ssize_t (*)(int, void*, size_t)>(::dlsym(RTLD_NEXT, "read"));
@@ -142,6 +171,41 @@ TEST_F(PropertyFileTrouble, FailureInTheMiddleGivesWholeEntriesFromTheBeginning)
     QorWflPropertyFile again;
     EXPECT_EQ(again.Read(file.c_str()), 0) << "the next call";
     EXPECT_EQ(EntriesOf(again), all);
+}
+
+TEST_F(PropertyFileTrouble, InterruptedOpeningIsTriedAgain) {
+    const std::string file = directory.Write("properties", Content(10));
+    const WithTrouble guard(file);
+    trouble.interruptedOpenings = 3;
+    QorWflPropertyFile properties;
+    EXPECT_EQ(properties.Read(file.c_str()), 0);
+    EXPECT_EQ(properties.GetNKeys(), 10);
+    EXPECT_EQ(trouble.interruptedOpenings, 0);
+}
+
+TEST_F(PropertyFileTrouble, PipeOrDeviceThatTakesThePlaceOfTheFileIsNotRead) {
+    const std::string file = directory.Write("properties", Content(10));
+    const std::function<void()> changes[] = {
+        [&] {
+            ASSERT_EQ(::unlink(file.c_str()), 0);
+            ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+        },
+        [&] {
+            ASSERT_EQ(::unlink(file.c_str()), 0);
+            ASSERT_EQ(::symlink("/dev/zero", file.c_str()), 0);
+        },
+        [&] { ASSERT_EQ(::unlink(file.c_str()), 0); },
+    };
+    for (const auto& change : changes) {
+        ::unlink(file.c_str());
+        directory.Write("properties", Content(10));
+        const WithTrouble guard(file);
+        trouble.beforeOpening = change;
+        QorWflPropertyFile properties;
+        EXPECT_EQ(properties.Read(file.c_str()), 0);
+        EXPECT_EQ(properties.GetNKeys(), 0);
+        EXPECT_EQ(trouble.beforeOpening, nullptr) << "the file was opened";
+    }
 }
 
 TEST_F(PropertyFileTrouble, FailureAtTheFirstByteLeavesTheTable) {

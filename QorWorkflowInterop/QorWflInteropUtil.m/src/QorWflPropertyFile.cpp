@@ -53,15 +53,22 @@ std::optional<std::string> Locate(const std::string& iName) {
     return std::nullopt;
 }
 
-/** A file that is open for reading while this lives; one that cannot be opened has nothing to read. */
+/**
+ * A file that is open for reading while this lives; one that cannot be opened has nothing to read, nor has a pipe or a
+ * device that has taken its place meanwhile.
+ */
 class OpenFile {
 public:
-    explicit OpenFile(const std::string& iName) : handle(::open(iName.c_str(), O_RDONLY | O_CLOEXEC)) {}
-    ~OpenFile() {
-        if (handle >= 0) {
-            ::close(handle);
+    explicit OpenFile(const std::string& iName) {
+        do {
+            handle = ::open(iName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+        } while (handle < 0 && errno == EINTR);
+        struct stat status {};
+        if (handle >= 0 && (::fstat(handle, &status) != 0 || !S_ISREG(status.st_mode))) {
+            Close();
         }
     }
+    ~OpenFile() { Close(); }
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
 
@@ -75,7 +82,14 @@ public:
     }
 
 private:
-    int handle;
+    void Close() {
+        if (handle >= 0) {
+            ::close(handle);
+            handle = -1;
+        }
+    }
+
+    int handle = -1;
 };
 
 /** All of a file that can be read, up to where reading fails; a file stream would lose what it read just before. */
