@@ -175,11 +175,11 @@ struct ObjectSummary {
 BexUnicodeString TakeContexts(const QorWflActionItf& iAction, ActivityInfo& oInfo) {
     BexUnicodeString configuration;
     const int count = iAction.GetContextCount();
-    for (int i = 1; i <= count; ++i) {
+    for (int i = 0; i < count; ++i) {
         BexUnicodeString kind;
         BexUnicodeString value;
         BexUnicodeString extra;
-        iAction.GetContext(i, kind, value, extra);
+        iAction.GetContext(i + 1, kind, value, extra);
         if (kind == "Config") {
             configuration = value;
         } else if (kind == "WFProcess") {
@@ -194,8 +194,8 @@ BexUnicodeString TakeContexts(const QorWflActionItf& iAction, ActivityInfo& oInf
 /** Finds the product, the last one counting, and the names of the inputs and outputs. */
 ObjectSummary SummarizeObjects(const QorWflActionItf& iAction, int iCount) {
     ObjectSummary summary;
-    for (int j = 1; j <= iCount; ++j) {
-        const AttachedObject object(iAction, j);
+    for (int j = 0; j < iCount; ++j) {
+        const AttachedObject object(iAction, j + 1);
         if (object.IsProduct()) {
             summary.productUuid = object.uuid;
             summary.productNickname = object.nickname;
@@ -276,8 +276,8 @@ int QorWflActionManagerBase::GetActionInfo(const QorWflActionItf* iAction, Activ
     CopyNames(summary.outputs, oInfo.outputs);
     const BexListValBexUnicodeString dataNames = DataNames(summary);
     oInfo.process.SetDataNumber(dataNames.Size());
-    for (int j = 1; j <= objectCount; ++j) {
-        const AttachedObject object(*iAction, j);
+    for (int j = 0; j < objectCount; ++j) {
+        const AttachedObject object(*iAction, j + 1);
         const int position = object.IsData() ? dataNames.Locate(object.name) : 0;
         if (position > 0) {
             FillData(object, *GetObjectNameHandler(), oInfo.process.datas[position - 1]);
