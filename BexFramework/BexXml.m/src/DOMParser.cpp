@@ -15,6 +15,7 @@
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
@@ -214,7 +215,7 @@ template <typename Unit>
 void CheckNames(std::basic_string_view<Unit> iText, const XmlFinding& iFinding, const XmlEncoding& iEncoding) {
     const auto& elements = iFinding.elementNames;
     const auto& attributes = iFinding.attributeNames;
-    if (elements.size() + attributes.size() <= NameChains::kLongest) {
+    if (elements.size() + attributes.size() <= NameChains::kLongestInDocument) {
         return;
     }
     const std::size_t found = NameChains::FindTooLong(NamesAt(iText, elements, iEncoding),  //
@@ -225,6 +226,21 @@ void CheckNames(std::basic_string_view<Unit> iText, const XmlFinding& iFinding, 
     }
 }
 
+/** Whether a text has only characters that may stand in a document as they are. */
+bool HasOnlyXmlCharacters(std::u16string_view iText, bool iIsXml11) {
+    for (std::size_t i = 0; i < iText.size(); ++i) {
+        const char16_t unit = iText[i];
+        const char16_t next = i + 1 < iText.size() ? iText[i + 1] : u'\0';
+        const bool isPair = unit >= 0xD800 && unit <= 0xDBFF && next >= 0xDC00 && next <= 0xDFFF;
+        const bool isControl = iIsXml11 && xercesc::XMLChar1_1::isControlChar(unit);
+        if (!isPair && (!xercesc::XMLChar1_0::isXMLChar(unit) || isControl)) {
+            return false;
+        }
+        i += isPair ? 1 : 0;
+    }
+    return true;
+}
+
 /** Puts the document type back into the tree, where it stood in the text. */
 template <typename Unit>
 void AddDocumentType(xercesc::DOMDocument& ioDocument, std::basic_string_view<Unit> iText, const XmlDocumentType& iType,
@@ -232,6 +248,10 @@ void AddDocumentType(xercesc::DOMDocument& ioDocument, std::basic_string_view<Un
     const std::u16string name = Utf16Of(iText, iType.name, iEncoding);
     const std::u16string publicId = Utf16Of(iText, iType.publicId, iEncoding);
     const std::u16string systemId = Utf16Of(iText, iType.systemId, iEncoding);
+    const bool isXml11 = ioDocument.getXmlVersion() == std::u16string_view(u"1.1");
+    if (!HasOnlyXmlCharacters(systemId, isXml11)) {
+        throw ErrorAt(iText, iEncoding, "a character of the document type is not allowed", iType.systemId.start);
+    }
     xercesc::DOMNode* behind = ioDocument.getFirstChild();
     for (int i = 0; i < iType.nodesBefore && behind != nullptr; ++i) {
         behind = behind->getNextSibling();
@@ -248,6 +268,20 @@ bool BeginsWithMark(std::string_view iText, const XmlEncoding& iEncoding) {
 
 bool BeginsWithMark(std::u16string_view iText, const XmlEncoding& /*iEncoding*/) {
     return iText.substr(0, 1) == u"\uFEFF";
+}
+
+/** The position of the first half of a surrogate pair that stands alone, or the length. */
+std::size_t FirstLoneSurrogate(std::u16string_view iText) {
+    const auto isFirst = [](char16_t iUnit) { return iUnit >= 0xD800 && iUnit <= 0xDBFF; };
+    const auto isSecond = [](char16_t iUnit) { return iUnit >= 0xDC00 && iUnit <= 0xDFFF; };
+    for (std::size_t i = 0; i < iText.size(); ++i) {
+        if (isFirst(iText[i]) && i + 1 < iText.size() && isSecond(iText[i + 1])) {
+            ++i;
+        } else if (isFirst(iText[i]) || isSecond(iText[i])) {
+            return i;
+        }
+    }
+    return iText.size();
 }
 
 /** Looks through a text and builds its tree. @p iUnits is the name of its units as an encoding of bytes. */
@@ -295,6 +329,10 @@ OwnedDocument Read(const xercesc::InputSource& iSource) {
     std::u16string text;
     if (!DecodeXml(bytes, encoding, text)) {
         throw ParseError{DOMString("the encoding is not known or the text does not follow it")};
+    }
+    const std::size_t valid = FirstLoneSurrogate(text);
+    if (valid < text.size()) {
+        throw ErrorAt(std::u16string_view(text), encoding, "half of a surrogate pair stands alone", valid);
     }
     return ReadText(std::u16string_view(text), encoding, xercesc::XMLUni::fgXMLChEncodingString, iSource.getSystemId());
 }

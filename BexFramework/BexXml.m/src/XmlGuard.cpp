@@ -224,8 +224,12 @@ private:
         } else if (StartsWith("<![CDATA[")) {
             SkipPast("]]>");
         } else if (StartsWith("<?")) {
-            nodesOfDocument += at == 0 && IsXmlDeclaration() ? 0 : 1;
+            const bool isDeclaration = at == 0 && IsXmlDeclaration();
+            nodesOfDocument += isDeclaration ? 0 : 1;
             SkipPast("?>");
+            if (isDeclaration) {
+                CheckDeclaration();
+            }
         } else if (StartsWith("<!DOCTYPE")) {
             DocumentType();
         } else if (StartsWith("</")) {
@@ -233,6 +237,17 @@ private:
             SkipPast(">");
         } else {
             StartTag();
+        }
+    }
+
+    /** Behind the XML declaration. The white space of XML 1.1 may not stand in it: what it declares would be
+     * overlooked. */
+    void CheckDeclaration() {
+        const View declaration = text.substr(0, at);
+        const auto other =
+            std::find_if(declaration.begin(), declaration.end(), [](Unit iUnit) { return CodeOf(iUnit) >= 0x80U; });
+        if (other != declaration.end()) {
+            Refuse("the XML declaration is not well-formed", static_cast<std::size_t>(other - declaration.begin()));
         }
     }
 
