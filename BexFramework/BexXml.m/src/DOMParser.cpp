@@ -17,6 +17,7 @@
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include <algorithm>
@@ -248,7 +249,7 @@ void AddDocumentType(xercesc::DOMDocument& ioDocument, std::basic_string_view<Un
     const std::u16string name = Utf16Of(iText, iType.name, iEncoding);
     const std::u16string publicId = Utf16Of(iText, iType.publicId, iEncoding);
     const std::u16string systemId = Utf16Of(iText, iType.systemId, iEncoding);
-    const bool isXml11 = ioDocument.getXmlVersion() == std::u16string_view(u"1.1");
+    const bool isXml11 = xercesc::XMLString::equals(ioDocument.getXmlVersion(), u"1.1");  // null without one
     if (!HasOnlyXmlCharacters(systemId, isXml11)) {
         throw ErrorAt(iText, iEncoding, "a character of the document type is not allowed", iType.systemId.start);
     }
