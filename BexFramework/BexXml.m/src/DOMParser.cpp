@@ -233,7 +233,7 @@ bool HasOnlyXmlCharacters(std::u16string_view iText, bool iIsXml11) {
         const char16_t unit = iText[i];
         const char16_t next = i + 1 < iText.size() ? iText[i + 1] : u'\0';
         const bool isPair = unit >= 0xD800 && unit <= 0xDBFF && next >= 0xDC00 && next <= 0xDFFF;
-        const bool isControl = iIsXml11 && xercesc::XMLChar1_1::isControlChar(unit);
+        const bool isControl = iIsXml11 && unit >= 0x7F && unit <= 0x9F && unit != 0x85;
         if (!isPair && (!xercesc::XMLChar1_0::isXMLChar(unit) || isControl)) {
             return false;
         }

@@ -247,6 +247,38 @@ TEST(DomParserEncoding, NulCharacterInUtf16TextGivesNoDocument) {
     }
 }
 
+TEST(DomParserEncoding, HalfOfASurrogatePairAloneGivesNoDocument) {
+    const std::u16string texts[] = {
+        u"<a b='\xD800'/>",     u"<a b='\xD800&amp;'/>",  u"<a b='\xD800x'/>",
+        u"<a b='\xDC00'/>",     u"<a>\xD800</a>",         u"<a>\xDC00</a>",
+        u"<a><?p \xD800?></a>", u"<a><!--\xD800--></a>",  u"<a><![CDATA[\xD800]]></a>",
+        u"<\xD800/>",           u"<a b='\xDC00\xD800'/>", u"<!DOCTYPE a SYSTEM '\xD800'><a/>",
+        u"<a/>\xD800",
+    };
+    for (const std::u16string& text : texts) {
+        EXPECT_EQ(TextOf(Parsed(kLittleMark + Utf16(text, false))), u"no document");
+        EXPECT_EQ(TextOf(Parsed(kBigMark + Utf16(text, true))), u"no document");
+    }
+    EXPECT_EQ(TextOf(Parsed(kLittleMark + Utf16(u"<a>\xD83D\xDE00</a>", false))), u"\xD83D\xDE00");
+    const TextSource source(kLittleMark + Utf16(u"<a>\nxy\xD800</a>", false));
+    DOMParser parser;
+    parser.parse(source.Get());
+    EXPECT_EQ(Narrow(parser.getErrorText()), "half of a surrogate pair stands alone");
+    EXPECT_EQ(parser.getErrorLine(), 2U);
+    EXPECT_EQ(parser.getErrorColumn(), 3U);
+}
+
+TEST(DomParserEncoding, DeclarationWithWhiteSpaceOfXml11GivesNoDocument) {
+    for (const std::string space : {"\xC2\x85", "\xE2\x80\xA8"}) {
+        for (const std::string& declaration :
+             {"version='1.1' encoding" + space + "='windows-1252'",
+              "version='1.1' encoding=" + space + "'windows-1252'", "version='1.1'" + space + "encoding='windows-1252'",
+              "version='1.1'" + space}) {
+            EXPECT_TRUE(Parsed("<?xml " + declaration + "?><a/>").isNull()) << declaration;
+        }
+    }
+}
+
 TEST(DomParserEncoding, EncodingOfTheSourceWins) {
     const TextSource latin("<a>\xE9</a>");
     latin.Get().setEncoding(u"ISO-8859-1");

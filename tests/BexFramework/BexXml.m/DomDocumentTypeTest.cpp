@@ -85,6 +85,33 @@ TEST(DomDocumentType, PublicIdentifierHasOnlyTheCharactersThatXmlAllows) {
     EXPECT_FALSE(Parsed("<!DOCTYPE a SYSTEM '{\xC3\xA4\\}'><a/>").isNull());
 }
 
+TEST(DomDocumentType, SystemIdentifierHasOnlyCharactersOfXml) {
+    const auto isRead = [](const std::string& iDeclaration, const std::string& iId) {
+        return !Parsed(iDeclaration + "<!DOCTYPE a SYSTEM '" + iId + "'><a/>").isNull();
+    };
+    for (int code = 1; code < 0x80; ++code) {
+        const char character = static_cast<char>(code);
+        if (character != '\'') {
+            const bool isAllowed = code >= 0x20 || code == '\t' || code == '\n' || code == '\r';
+            EXPECT_EQ(isRead("", std::string("x") + character), isAllowed) << code;
+            EXPECT_EQ(isRead("<?xml version='1.0'?>", std::string("x") + character), isAllowed) << code;
+            EXPECT_EQ(isRead("<?xml version='1.1'?>", std::string("x") + character), isAllowed && code != 0x7F) << code;
+        }
+    }
+    EXPECT_FALSE(isRead("", "\xEF\xBF\xBE"));  // U+FFFE
+    EXPECT_TRUE(isRead("", "\xEF\xBF\xBD"));   // U+FFFD
+    EXPECT_TRUE(isRead("", "\xF0\x9F\x98\x80"));
+    EXPECT_TRUE(isRead("<?xml version='1.0'?>", "\xC2\x81"));
+    EXPECT_FALSE(isRead("<?xml version='1.1'?>", "\xC2\x81"));
+    EXPECT_TRUE(isRead("<?xml version='1.1'?>", "\xC2\x85\xC2\xA0\xE2\x80\xA8"));
+    const TextSource source("<!DOCTYPE a SYSTEM 'file\x01'><a/>");
+    DOMParser parser;
+    parser.parse(source.Get());
+    EXPECT_EQ(Narrow(parser.getErrorText()), "a character of the document type is not allowed");
+    EXPECT_EQ(parser.getErrorLine(), 1U);
+    EXPECT_EQ(parser.getErrorColumn(), 21U);
+}
+
 TEST(DomDocumentType, IsReadInEveryEncoding) {
     const std::u16string text = u"\uFEFF<!--c--><!DOCTYPE \u0161 PUBLIC 'p' '\u20AC'><\u0161/>";
     const DOM_Document wide = Parsed(std::string(reinterpret_cast<const char*>(text.data()), text.size() * 2));
