@@ -16,8 +16,8 @@
  * - a document type with an internal subset (one that only names an external subset is read past, nothing is loaded),
  *   and a reference to an entity other than XML's five;
  * - elements nested deeper than kMaxDepth, more than kMaxAttributes on one element, more than kMaxNames distinct
- *   element names or distinct attribute names, or more than 512 of them chosen to have the same hash in Xerces-C;
- * - a NUL character anywhere, and text that ends within a character.
+ *   element names or distinct attribute names, or more than 512 of them chosen to have one hash in Xerces-C;
+ * - a NUL character anywhere, half of a surrogate pair, and text that ends within a character.
  * Everything else takes time and memory in proportion to the text.
  *
  * A parser belongs to one thread at a time; any number of parsers may work side by side.
