@@ -128,10 +128,12 @@ void BexQorTraceStep::Add(std::string_view iText) noexcept {
 }
 
 void BexQorTraceStep::Add(std::u16string_view iText) noexcept {
+    // GCOVR_EXCL_START: takes 4 GB of text
     if (iText.size() > INT_MAX) {
         scope->Lose();
         return;
     }
+    // GCOVR_EXCL_STOP
     try {
         Add(BexUnicodeString(iText.data(), static_cast<int>(iText.size())));
     } catch (...) {
