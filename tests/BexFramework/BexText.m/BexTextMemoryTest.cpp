@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <functional>
 #include <new>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -290,7 +291,9 @@ TEST(BexTextMemory, RefusedMemoryLeavesTheBufferUnchanged) {
     _SEQUENCE_octet octets("xy", 2);
     EXPECT_EQ(RunGranted(0, [&] { octets = source; }), Outcome::kRefused);
     EXPECT_EQ(RunGranted(0, [&] { octets.length(100'000); }), Outcome::kRefused);
-    EXPECT_EQ(RunGranted(0, [&] { const _SEQUENCE_octet copy(source); }), Outcome::kRefused);
+    std::optional<_SEQUENCE_octet> copy;  // used below, so that no compiler leaves it out
+    EXPECT_EQ(RunGranted(0, [&] { copy.emplace(source); }), Outcome::kRefused);
+    EXPECT_FALSE(copy.has_value());
     ASSERT_EQ(octets.length(), 2U);
     EXPECT_EQ(octets[0], 'x');
     EXPECT_EQ(octets[1], 'y');
