@@ -46,4 +46,16 @@ inline DOM_Document Parsed(const std::string& iText) {
     return parser.getDocument();
 }
 
+/** What a new parser finds wrong with a text, line and column in front, or "". */
+inline std::string ErrorOf(const std::string& iText) {
+    const TextSource source(iText);
+    DOMParser parser;
+    parser.parse(source.Get());
+    if (!parser.getDocument().isNull()) {
+        return "";
+    }
+    return std::to_string(parser.getErrorLine()) + ":" + std::to_string(parser.getErrorColumn()) + ": " +
+           Narrow(parser.getErrorText());
+}
+
 #endif

@@ -66,18 +66,6 @@ std::string Attributes(const Names& iNames) {
     return text + "</r>";
 }
 
-/** What is wrong with a text, its place in front, or "". */
-std::string ErrorOf(const std::string& iText) {
-    const TextSource source(iText);
-    DOMParser parser;
-    parser.parse(source.Get());
-    if (!parser.getDocument().isNull()) {
-        return "";
-    }
-    return std::to_string(parser.getErrorLine()) + ":" + std::to_string(parser.getErrorColumn()) + ": " +
-           Narrow(parser.getErrorText());
-}
-
 TEST(DomParserNameHash, MoreThanTheAllowedNamesOfOneHashAreRefused) {
     EXPECT_EQ(ErrorOf(Elements(Colliding(512))), "");
     EXPECT_EQ(ErrorOf(Attributes(Colliding(512))), "");
