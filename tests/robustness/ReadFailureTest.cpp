@@ -14,6 +14,7 @@
 #include <TemporaryDirectory.h>
 #include <algorithm>
 #include <cerrno>
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -47,7 +48,7 @@ struct Trouble {
 
 Trouble trouble;
 
-int OpenNext(const char* iCall, const char* iName, int iFlags) {
+int OpenNext(const char* iCall, const char* iName, int iFlags, mode_t iMode) {
     if (trouble.interruptedOpenings > 0) {
         --trouble.interruptedOpenings;
         errno = EINTR;
@@ -57,22 +58,30 @@ int OpenNext(const char* iCall, const char* iName, int iFlags) {
         happens();
     }
     auto* const next = reinterpret_cast<int (*)(const char*, int, ...)>(::dlsym(RTLD_NEXT, iCall));
-    return next(iName, iFlags, 0);
+    return next(iName, iFlags, iMode);
 }
 
 }  // namespace
 
-// What the library opens is opened for reading, and has no mode.
+// Only who makes a file gives a mode.
 extern "C" __attribute__((visibility("default"))) int OpenWithTrouble(const char* iName, int iFlags,
                                                                       ...) __asm__("open");
 extern "C" __attribute__((visibility("default"))) int Open64WithTrouble(const char* iName, int iFlags,
                                                                         ...) __asm__("open64");
 
 int OpenWithTrouble(const char* iName, int iFlags, ...) {
-    return OpenNext("open", iName, iFlags);
+    std::va_list arguments;
+    va_start(arguments, iFlags);
+    const mode_t mode = (iFlags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    return OpenNext("open", iName, iFlags, mode);
 }
 int Open64WithTrouble(const char* iName, int iFlags, ...) {
-    return OpenNext("open64", iName, iFlags);
+    std::va_list arguments;
+    va_start(arguments, iFlags);
+    const mode_t mode = (iFlags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    return OpenNext("open64", iName, iFlags, mode);
 }
 
 // Under a name of its own in the source: with _FORTIFY_SOURCE a compiler may have a definition of read() already.
